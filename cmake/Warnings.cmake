@@ -1,0 +1,14 @@
+# The flags that every target of ours is built with.
+add_library(marrowfin_flags INTERFACE)
+target_compile_options(marrowfin_flags INTERFACE -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual)
+# QImage, QString and the standard library mean the same thing in every folder: no implicit casts, no keywords.
+target_compile_definitions(marrowfin_flags INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+                           QT_NO_CAST_FROM_BYTEARRAY)
+if(MARROWFIN_WERROR)
+    target_compile_options(marrowfin_flags INTERFACE -Werror)
+endif()
+if(MARROWFIN_SANITIZE)
+    target_compile_options(marrowfin_flags INTERFACE -fsanitize=${MARROWFIN_SANITIZE} -fno-omit-frame-pointer
+                           -fno-sanitize-recover=all)
+    target_link_options(marrowfin_flags INTERFACE -fsanitize=${MARROWFIN_SANITIZE})
+endif()

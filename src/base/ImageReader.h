@@ -1,0 +1,19 @@
+// Decoding of image files that come from outside: history, clipboard, a dropped or opened file. Any thread.
+#pragma once
+
+#include "base/Image.h"
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace marrowfin {
+
+// The largest picture that is read, in pixels per side.
+constexpr int largestImageSide = 16384;
+
+// One size unit per pixel. The error says what is wrong with the bytes, for a person.
+Result<Image> readImage(const QByteArray& bytes);
+Result<Image> readImageFile(const QString& path);
+
+} // namespace marrowfin

@@ -1,0 +1,140 @@
+// A one-shot result that may settle before anyone awaits it. The maker keeps the Settler, the taker the Outcome:
+//
+//     auto [settler, outcome] = makeOutcome<QRectF>();
+//     view.onComplete = [settler](QRectF rect) { settler.settle(rect); };
+//     Result<QRectF> rect = co_await outcome;
+//
+// Settling is thread-safe and only the first one counts. The awaiting coroutine resumes on the main thread, from the
+// event loop (never from inside settle()). When the last Settler goes without settling, the outcome is
+// Error::Kind::Dropped, so a flow never hangs on a sender that died. One coroutine may await an outcome.
+#pragma once
+
+#include "base/Invariant.h"
+#include "base/Result.h"
+
+#include <coroutine>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace marrowfin {
+
+// Runs the block from the main thread's event loop; from any thread. Dropped when the application is gone.
+void postToMain(std::function<void()> block);
+bool isMainThread();
+
+namespace detail {
+
+template <class T>
+struct OutcomeState {
+    std::mutex lock;
+    std::optional<Result<T>> result;
+    std::function<void()> waiter;
+
+    void settle(Result<T> value) {
+        std::function<void()> wake;
+        {
+            const std::lock_guard hold(lock);
+            if (result)
+                return;
+            result.emplace(std::move(value));
+            wake = std::move(waiter);
+            waiter = nullptr;
+        }
+        if (wake)
+            postToMain(std::move(wake));
+    }
+    bool isSettled() {
+        const std::lock_guard hold(lock);
+        return result.has_value();
+    }
+    // Calls the block from the main loop once settled; at once is never inside this call.
+    void whenSettled(std::function<void()> block) {
+        {
+            const std::lock_guard hold(lock);
+            MARROWFIN_INVARIANT(!waiter);
+            if (!result) {
+                waiter = std::move(block);
+                return;
+            }
+        }
+        postToMain(std::move(block));
+    }
+    Result<T> take() {
+        const std::lock_guard hold(lock);
+        MARROWFIN_INVARIANT(result.has_value());
+        return *result;
+    }
+};
+
+// Lives as long as any copy of the settler.
+template <class T>
+struct SettlerLife {
+    std::shared_ptr<OutcomeState<T>> state;
+    ~SettlerLife() { state->settle(failure(QStringLiteral("dropped"), Error::Kind::Dropped)); }
+};
+
+} // namespace detail
+
+template <class T>
+class Settler {
+public:
+    explicit Settler(std::shared_ptr<detail::OutcomeState<T>> state)
+        : life(std::make_shared<detail::SettlerLife<T>>(std::move(state))) {}
+
+    void settle(Result<T> value) const { life->state->settle(std::move(value)); }
+    bool isSettled() const { return life->state->isSettled(); }
+
+private:
+    std::shared_ptr<detail::SettlerLife<T>> life;
+};
+
+template <class T>
+class Outcome {
+public:
+    explicit Outcome(std::shared_ptr<detail::OutcomeState<T>> state) : state(std::move(state)) {}
+
+    bool isSettled() const { return state->isSettled(); }
+    // For callers that aren't coroutines: the block gets the result on the main thread, from the event loop.
+    void then(std::function<void(Result<T>)> block) const {
+        state->whenSettled([state = state, block = std::move(block)] { block(state->take()); });
+    }
+
+    auto operator co_await() const noexcept {
+        struct Awaiter {
+            std::shared_ptr<detail::OutcomeState<T>> state;
+            bool await_ready() const { return isMainThread() && state->isSettled(); }
+            void await_suspend(std::coroutine_handle<> caller) const {
+                state->whenSettled([caller] { caller.resume(); });
+            }
+            Result<T> await_resume() const { return state->take(); }
+        };
+        return Awaiter{state};
+    }
+
+private:
+    std::shared_ptr<detail::OutcomeState<T>> state;
+};
+
+template <class T>
+struct OutcomePair {
+    Settler<T> settler;
+    Outcome<T> outcome;
+};
+
+template <class T>
+OutcomePair<T> makeOutcome() {
+    auto state = std::make_shared<detail::OutcomeState<T>>();
+    return {Settler<T>(state), Outcome<T>(state)};
+}
+
+// An outcome that is settled from the start.
+template <class T>
+Outcome<T> settled(Result<T> value) {
+    auto state = std::make_shared<detail::OutcomeState<T>>();
+    state->settle(std::move(value));
+    return Outcome<T>(state);
+}
+
+} // namespace marrowfin

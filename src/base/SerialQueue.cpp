@@ -1,0 +1,86 @@
+#include "base/SerialQueue.h"
+
+#include "base/Invariant.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <pthread.h>
+#include <thread>
+
+namespace marrowfin {
+
+struct SerialQueue::Worker {
+    QString label;
+    QualityOfService quality;
+    std::mutex lock;
+    std::condition_variable wake;
+    std::deque<std::function<void()>> blocks;
+    std::thread thread;
+    bool finishing = false;
+
+    void run() {
+        // The kernel keeps 15 bytes of a thread's name; the last ones tell the queues apart.
+        pthread_setname_np(pthread_self(), label.right(15).toLatin1().constData());
+        std::unique_lock hold(lock);
+        for (;;) {
+            wake.wait(hold, [this] { return finishing || !blocks.empty(); });
+            if (blocks.empty())
+                return;
+            std::function<void()> block = std::move(blocks.front());
+            blocks.pop_front();
+            hold.unlock();
+            block();
+            block = nullptr; // what it holds goes before the next wait
+            hold.lock();
+        }
+    }
+};
+
+SerialQueue::SerialQueue(QString label, QualityOfService quality) : worker(std::make_unique<Worker>()) {
+    worker->label = std::move(label);
+    worker->quality = quality;
+}
+
+SerialQueue::~SerialQueue() {
+    {
+        const std::lock_guard hold(worker->lock);
+        worker->finishing = true;
+    }
+    worker->wake.notify_one();
+    if (worker->thread.joinable())
+        worker->thread.join();
+}
+
+const QString& SerialQueue::label() const { return worker->label; }
+SerialQueue::QualityOfService SerialQueue::quality() const { return worker->quality; }
+
+void SerialQueue::async(std::function<void()> block) {
+    {
+        const std::lock_guard hold(worker->lock);
+        MARROWFIN_INVARIANT(!worker->finishing);
+        worker->blocks.push_back(std::move(block));
+        if (!worker->thread.joinable())
+            worker->thread = std::thread([w = worker.get()] { w->run(); });
+    }
+    worker->wake.notify_one();
+}
+
+void SerialQueue::sync(const std::function<void()>& block) {
+    MARROWFIN_INVARIANT(!isCurrent());
+    std::mutex lock;
+    std::condition_variable done;
+    bool finished = false;
+    async([&] {
+        block();
+        const std::lock_guard hold(lock);
+        finished = true;
+        done.notify_one();
+    });
+    std::unique_lock hold(lock);
+    done.wait(hold, [&] { return finished; });
+}
+
+bool SerialQueue::isCurrent() const { return worker->thread.get_id() == std::this_thread::get_id(); }
+
+} // namespace marrowfin
