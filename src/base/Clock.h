@@ -1,4 +1,5 @@
-// What time it is, with a place for tests to say otherwise. Thread-safe to read; set only while a test sets up.
+// What time it is, with a place for tests to say otherwise. Thread-safe to read; set only while a test sets
+// up.
 #pragma once
 
 #include <QDateTime>

@@ -9,8 +9,12 @@ QRectF flipped(const QRectF& rect, double height) {
 }
 } // namespace
 
-ScreenRect toScreen(const DesktopRect& rect, double primaryHeight) { return {flipped(rect.rect, primaryHeight)}; }
-DesktopRect toDesktop(const ScreenRect& rect, double primaryHeight) { return {flipped(rect.rect, primaryHeight)}; }
+ScreenRect toScreen(const DesktopRect& rect, double primaryHeight) {
+    return {flipped(rect.rect, primaryHeight)};
+}
+DesktopRect toDesktop(const ScreenRect& rect, double primaryHeight) {
+    return {flipped(rect.rect, primaryHeight)};
+}
 
 ScreenPoint toScreen(const DesktopPoint& point, double primaryHeight) {
     return {{point.point.x(), primaryHeight - point.point.y()}};
@@ -19,7 +23,11 @@ DesktopPoint toDesktop(const ScreenPoint& point, double primaryHeight) {
     return {{point.point.x(), primaryHeight - point.point.y()}};
 }
 
-ScreenRect takenAsScreen(const DesktopRect& rect) { return {rect.rect}; }
-DesktopRect takenAsDesktop(const ScreenRect& rect) { return {rect.rect}; }
+ScreenRect takenAsScreen(const DesktopRect& rect) {
+    return {rect.rect};
+}
+DesktopRect takenAsDesktop(const ScreenRect& rect) {
+    return {rect.rect};
+}
 
 } // namespace marrowfin

@@ -1,6 +1,6 @@
-// The desktop's two spaces as types, so that no rectangle is ever flipped twice or not at all. Both are in points.
-// Native pixels never leave a backend. The primary display's top left corner is the origin of ScreenRect; its y
-// flips against the primary display's height.
+// The desktop's two spaces as types, so that no rectangle is ever flipped twice or not at all. Both are in
+// points. Native pixels never leave a backend. The primary display's top left corner is the origin of
+// ScreenRect; its y flips against the primary display's height.
 #pragma once
 
 #include "base/Geometry.h"

@@ -53,7 +53,11 @@ QStringList Corrections::activeNames() {
     return active;
 }
 
-void Corrections::override(const QString& value) { chosen = parse(value); }
-void Corrections::reset() { chosen.reset(); }
+void Corrections::override(const QString& value) {
+    chosen = parse(value);
+}
+void Corrections::reset() {
+    chosen.reset();
+}
 
 } // namespace marrowfin

@@ -7,23 +7,39 @@
 namespace marrowfin {
 
 QRectF standardized(const QRectF& rect) {
-    // Not QRectF::normalized(), which leaves a null size alone but also treats NaN differently across versions.
+    // Not QRectF::normalized(), which leaves a null size alone but also treats NaN differently across
+    // versions.
     const double x = rect.width() < 0 ? rect.x() + rect.width() : rect.x();
     const double y = rect.height() < 0 ? rect.y() + rect.height() : rect.y();
     return {x, y, std::abs(rect.width()), std::abs(rect.height())};
 }
 
-double minX(const QRectF& rect) { return rect.width() < 0 ? rect.x() + rect.width() : rect.x(); }
-double maxX(const QRectF& rect) { return rect.width() < 0 ? rect.x() : rect.x() + rect.width(); }
-double midX(const QRectF& rect) { return rect.x() + rect.width() * 0.5; }
-double minY(const QRectF& rect) { return rect.height() < 0 ? rect.y() + rect.height() : rect.y(); }
-double maxY(const QRectF& rect) { return rect.height() < 0 ? rect.y() : rect.y() + rect.height(); }
-double midY(const QRectF& rect) { return rect.y() + rect.height() * 0.5; }
+double minX(const QRectF& rect) {
+    return rect.width() < 0 ? rect.x() + rect.width() : rect.x();
+}
+double maxX(const QRectF& rect) {
+    return rect.width() < 0 ? rect.x() : rect.x() + rect.width();
+}
+double midX(const QRectF& rect) {
+    return rect.x() + rect.width() * 0.5;
+}
+double minY(const QRectF& rect) {
+    return rect.height() < 0 ? rect.y() + rect.height() : rect.y();
+}
+double maxY(const QRectF& rect) {
+    return rect.height() < 0 ? rect.y() : rect.y() + rect.height();
+}
+double midY(const QRectF& rect) {
+    return rect.y() + rect.height() * 0.5;
+}
 
-bool isEmpty(const QRectF& rect) { return rect.width() == 0 || rect.height() == 0; }
+bool isEmpty(const QRectF& rect) {
+    return rect.width() == 0 || rect.height() == 0;
+}
 
 bool contains(const QRectF& rect, const QPointF& point) {
-    return point.x() >= minX(rect) && point.x() < maxX(rect) && point.y() >= minY(rect) && point.y() < maxY(rect);
+    return point.x() >= minX(rect) && point.x() < maxX(rect) && point.y() >= minY(rect) &&
+           point.y() < maxY(rect);
 }
 
 bool containsRect(const QRectF& outer, const QRectF& inner) {
@@ -71,11 +87,17 @@ QRectF rectBetween(const QPointF& a, const QPointF& b) {
     return {std::min(a.x(), b.x()), std::min(a.y(), b.y()), std::abs(a.x() - b.x()), std::abs(a.y() - b.y())};
 }
 
-QPointF center(const QRectF& rect) { return {midX(rect), midY(rect)}; }
+QPointF center(const QRectF& rect) {
+    return {midX(rect), midY(rect)};
+}
 
-double distance(const QPointF& a, const QPointF& b) { return std::hypot(a.x() - b.x(), a.y() - b.y()); }
+double distance(const QPointF& a, const QPointF& b) {
+    return std::hypot(a.x() - b.x(), a.y() - b.y());
+}
 
-double rounded(double value) { return std::round(value); }
+double rounded(double value) {
+    return std::round(value);
+}
 
 int roundedToInt(double value) {
     if (std::isnan(value))
@@ -85,7 +107,9 @@ int roundedToInt(double value) {
     return static_cast<int>(std::clamp(std::round(value), lowest, highest));
 }
 
-bool isFinite(const QPointF& point) { return std::isfinite(point.x()) && std::isfinite(point.y()); }
+bool isFinite(const QPointF& point) {
+    return std::isfinite(point.x()) && std::isfinite(point.y());
+}
 
 bool isFinite(const QRectF& rect) {
     return std::isfinite(rect.x()) && std::isfinite(rect.y()) && std::isfinite(rect.width()) &&

@@ -1,6 +1,7 @@
-// The one convention for rectangles: minimum edges are inside, maximum edges are not; a rectangle with a negative
-// side means the same as its standardised form. Plain doubles; the unit and the space are the caller's.
-// QRectF's own contains() counts the maximum edges and its intersected() can't tell "touching" from "apart".
+// The one convention for rectangles: minimum edges are inside, maximum edges are not; a rectangle with a
+// negative side means the same as its standardised form. Plain doubles; the unit and the space are the
+// caller's. QRectF's own contains() counts the maximum edges and its intersected() can't tell "touching" from
+// "apart".
 #pragma once
 
 #include <QPointF>

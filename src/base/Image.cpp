@@ -14,7 +14,8 @@ const QImage noPixels;
 
 // One worker for all encodings: they are short, and the captures come one at a time.
 struct EncodingQueue {
-    SerialQueue queue{QStringLiteral("io.tessaly.marrowfin.encoding"), SerialQueue::QualityOfService::UserInitiated};
+    SerialQueue queue{QStringLiteral("io.tessaly.marrowfin.encoding"),
+                      SerialQueue::QualityOfService::UserInitiated};
 };
 } // namespace
 
@@ -59,8 +60,12 @@ Image Image::withSize(QImage pixels, QSizeF size) {
     return Image(std::move(state));
 }
 
-const QImage& Image::pixels() const { return state ? state->pixels : noPixels; }
-QSizeF Image::size() const { return state ? state->size : QSizeF(0, 0); }
+const QImage& Image::pixels() const {
+    return state ? state->pixels : noPixels;
+}
+QSizeF Image::size() const {
+    return state ? state->size : QSizeF(0, 0);
+}
 
 void Image::startEncoding() const {
     if (!state)

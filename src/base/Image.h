@@ -1,6 +1,6 @@
-// An immutable picture that is shared, never copied: pixels, a size in points, and one PNG encoding that the history,
-// the clipboard and drag-out all use. Copies of an Image are the same image (==); equal pixels alone are not.
-// Safe to read from any thread.
+// An immutable picture that is shared, never copied: pixels, a size in points, and one PNG encoding that the
+// history, the clipboard and drag-out all use. Copies of an Image are the same image (==); equal pixels alone
+// are not. Safe to read from any thread.
 #pragma once
 
 #include "base/Outcome.h"
@@ -17,7 +17,8 @@ class Image {
 public:
     // No image: null, no size.
     Image() = default;
-    // A captured image: one size unit per pixel, whatever the display's scale. The pixels' device pixel ratio is 1.
+    // A captured image: one size unit per pixel, whatever the display's scale. The pixels' device pixel ratio
+    // is 1.
     static Image captured(QImage pixels);
     // An image of known density: size in points, pixels as they are.
     static Image withSize(QImage pixels, QSizeF size);
@@ -32,7 +33,8 @@ public:
     void startEncoding() const;
     // The PNG, when it is there; empty for an image without pixels.
     Outcome<QByteArray> encoded() const;
-    // The PNG, waiting for it if it isn't there yet. Main thread callers have started the encoding long before.
+    // The PNG, waiting for it if it isn't there yet. Main thread callers have started the encoding long
+    // before.
     QByteArray png() const;
     bool isEncoded() const;
 

@@ -8,7 +8,8 @@ namespace marrowfin {
 
 namespace {
 Result<Image> readFrom(QIODevice& device) {
-    // The toolkit's limit of 128 MB is below an ordinary 6K capture; ours is by side, checked before decoding.
+    // The toolkit's limit of 128 MB is below an ordinary 6K capture; ours is by side, checked before
+    // decoding.
     QImageReader::setAllocationLimit(0);
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);

@@ -13,7 +13,11 @@ void writeLine(FILE* stream, const QString& line) {
 }
 } // namespace
 
-void printLine(const QString& line) { writeLine(stdout, line); }
-void logLine(const QString& line) { writeLine(stderr, line); }
+void printLine(const QString& line) {
+    writeLine(stdout, line);
+}
+void logLine(const QString& line) {
+    writeLine(stderr, line);
+}
 
 } // namespace marrowfin

@@ -1,5 +1,5 @@
-// The two voices of the program: plain lines for the user on standard output, the system log on standard error.
-// Both take whole lines without the newline, from any thread.
+// The two voices of the program: plain lines for the user on standard output, the system log on standard
+// error. Both take whole lines without the newline, from any thread.
 #pragma once
 
 #include <QString>

@@ -1,12 +1,13 @@
-// A one-shot result that may settle before anyone awaits it. The maker keeps the Settler, the taker the Outcome:
+// A one-shot result that may settle before anyone awaits it. The maker keeps the Settler, the taker the
+// Outcome:
 //
 //     auto [settler, outcome] = makeOutcome<QRectF>();
 //     view.onComplete = [settler](QRectF rect) { settler.settle(rect); };
 //     Result<QRectF> rect = co_await outcome;
 //
-// Settling is thread-safe and only the first one counts. The awaiting coroutine resumes on the main thread, from the
-// event loop (never from inside settle()). When the last Settler goes without settling, the outcome is
-// Error::Kind::Dropped, so a flow never hangs on a sender that died. One coroutine may await an outcome.
+// Settling is thread-safe and only the first one counts. The awaiting coroutine resumes on the main thread,
+// from the event loop (never from inside settle()). When the last Settler goes without settling, the outcome
+// is Error::Kind::Dropped, so a flow never hangs on a sender that died. One coroutine may await an outcome.
 #pragma once
 
 #include "base/Invariant.h"

@@ -52,8 +52,12 @@ SerialQueue::~SerialQueue() {
         worker->thread.join();
 }
 
-const QString& SerialQueue::label() const { return worker->label; }
-SerialQueue::QualityOfService SerialQueue::quality() const { return worker->quality; }
+const QString& SerialQueue::label() const {
+    return worker->label;
+}
+SerialQueue::QualityOfService SerialQueue::quality() const {
+    return worker->quality;
+}
 
 void SerialQueue::async(std::function<void()> block) {
     {
@@ -81,6 +85,8 @@ void SerialQueue::sync(const std::function<void()>& block) {
     done.wait(hold, [&] { return finished; });
 }
 
-bool SerialQueue::isCurrent() const { return worker->thread.get_id() == std::this_thread::get_id(); }
+bool SerialQueue::isCurrent() const {
+    return worker->thread.get_id() == std::this_thread::get_id();
+}
 
 } // namespace marrowfin

@@ -1,5 +1,6 @@
-// A labelled queue that runs its blocks one after the other on one thread of its own. The thread starts with the
-// first block and sleeps without waking while there is nothing to do. Destroying the queue finishes what is in it.
+// A labelled queue that runs its blocks one after the other on one thread of its own. The thread starts with
+// the first block and sleeps without waking while there is nothing to do. Destroying the queue finishes what
+// is in it.
 #pragma once
 
 #include <QString>

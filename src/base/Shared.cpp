@@ -9,7 +9,9 @@ namespace {
 std::vector<std::function<void()>> destroyers;
 }
 
-void SharedObjects::remember(std::function<void()> destroy) { destroyers.push_back(std::move(destroy)); }
+void SharedObjects::remember(std::function<void()> destroy) {
+    destroyers.push_back(std::move(destroy));
+}
 
 void SharedObjects::destroyAll() {
     // One at a time: a destructor may use, and so rebuild, an object that went before it.

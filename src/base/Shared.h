@@ -1,5 +1,5 @@
-// The process-wide instances: built on first use, destroyed in reverse order of building before QApplication goes,
-// and reset by tests. Main thread only. There are no function-local statics beside these.
+// The process-wide instances: built on first use, destroyed in reverse order of building before QApplication
+// goes, and reset by tests. Main thread only. There are no function-local statics beside these.
 #pragma once
 
 #include <functional>
@@ -18,7 +18,8 @@ private:
     static void remember(std::function<void()> destroy);
 };
 
-// class CaptureHistory { public: static CaptureHistory& shared() { return Shared<CaptureHistory>::instance(); } };
+// class CaptureHistory { public: static CaptureHistory& shared() { return Shared<CaptureHistory>::instance();
+// } };
 template <class T>
 class Shared {
 public:

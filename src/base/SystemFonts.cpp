@@ -34,8 +34,8 @@ const Families& chosenFamilies() {
 
 QFont makeFont(const QString& family, double size, QFont::Weight weight) {
     QFont font(family);
-    // A whole pixel size is set as pixels. QFont knows no fractional pixel size, and its point size goes through the
-    // screen's DPI, which the program pins to 96 at start; 72 points are 96 pixels then.
+    // A whole pixel size is set as pixels. QFont knows no fractional pixel size, and its point size goes
+    // through the screen's DPI, which the program pins to 96 at start; 72 points are 96 pixels then.
     if (size == std::floor(size))
         font.setPixelSize(static_cast<int>(size));
     else
@@ -48,7 +48,9 @@ QFont makeFont(const QString& family, double size, QFont::Weight weight) {
 
 } // namespace
 
-QFont systemFont(double size, QFont::Weight weight) { return makeFont(chosenFamilies().sans, size, weight); }
+QFont systemFont(double size, QFont::Weight weight) {
+    return makeFont(chosenFamilies().sans, size, weight);
+}
 
 QFont monospacedSystemFont(double size, QFont::Weight weight) {
     return makeFont(chosenFamilies().mono, size, weight);

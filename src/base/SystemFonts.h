@@ -1,5 +1,6 @@
-// The one place where fonts are made. Sizes are logical pixels and may be fractional (11.5, 19.2); they don't depend
-// on any image's or screen's DPI. No hinting, so that a line of text has the same width at every scale. GUI thread.
+// The one place where fonts are made. Sizes are logical pixels and may be fractional (11.5, 19.2); they don't
+// depend on any image's or screen's DPI. No hinting, so that a line of text has the same width at every
+// scale. GUI thread.
 #pragma once
 
 #include <QFont>

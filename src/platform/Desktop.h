@@ -1,8 +1,8 @@
 // Small services of the desktop: opening things, the user's folders, the appearance. Main thread.
 #pragma once
 
-#include "base/SystemColors.h"
 #include "base/Outcome.h"
+#include "base/SystemColors.h"
 
 #include <QColor>
 #include <QObject>

@@ -45,7 +45,8 @@ public:
     // One handler at a time. The status is 0, or why no press will ever come.
     virtual HotKeyStatus installHandler(Handler handler) = 0;
     virtual void removeHandler() = 0;
-    virtual Outcome<HotKeyRegistration> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyID id) = 0;
+    virtual Outcome<HotKeyRegistration> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                       HotKeyID id) = 0;
     virtual void unregisterHotKey(HotKeyRef reference) = 0;
     // This desktop's own words for where its keyboard settings are, as in "Settings > Keyboard".
     virtual QString settingsPlace() const = 0;

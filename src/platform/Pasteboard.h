@@ -1,5 +1,5 @@
-// The general clipboard. Images are offered as the image's one PNG encoding; nothing is encoded again on a paste.
-// Main thread.
+// The general clipboard. Images are offered as the image's one PNG encoding; nothing is encoded again on a
+// paste. Main thread.
 #pragma once
 
 #include "base/Image.h"
@@ -19,8 +19,8 @@ public:
     virtual Outcome<void> writeText(const QString& text) = 0;
     // Nothing when the clipboard holds no image that can be read.
     virtual Outcome<std::optional<Image>> readImage() = 0;
-    // At the end of the process: gives what we offer to the clipboard manager, if there is one, waiting for it
-    // at most a moment.
+    // At the end of the process: gives what we offer to the clipboard manager, if there is one, waiting for
+    // it at most a moment.
     virtual void handOver() = 0;
 };
 

@@ -1,6 +1,7 @@
-// What the screen shows, as pixels: the displays and windows that can be captured, and streams of frames from them.
-// Geometry is in points (ScreenRect: top left origin); frames are in native pixels. Called from any thread; content()
-// settles on the main thread as every Outcome does, frames arrive on the queue given to addOutput.
+// What the screen shows, as pixels: the displays and windows that can be captured, and streams of frames from
+// them. Geometry is in points (ScreenRect: top left origin); frames are in native pixels. Called from any
+// thread; content() settles on the main thread as every Outcome does, frames arrive on the queue given to
+// addOutput.
 #pragma once
 
 #include "base/Coordinates.h"

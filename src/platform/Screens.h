@@ -1,5 +1,5 @@
-// The screens as windows are placed on them, and where the pointer is. Points, DesktopRect (bottom left origin).
-// Main thread; cheap enough to ask each time.
+// The screens as windows are placed on them, and where the pointer is. Points, DesktopRect (bottom left
+// origin). Main thread; cheap enough to ask each time.
 #pragma once
 
 #include "base/Coordinates.h"

@@ -11,9 +11,15 @@ namespace {
 std::optional<Services> installed;
 } // namespace
 
-void install(const Services& services) { installed.emplace(services); }
-void uninstall() { installed.reset(); }
-bool isInstalled() { return installed.has_value(); }
+void install(const Services& services) {
+    installed.emplace(services);
+}
+void uninstall() {
+    installed.reset();
+}
+bool isInstalled() {
+    return installed.has_value();
+}
 
 const Services& services() {
     MARROWFIN_INVARIANT(installed.has_value());

@@ -1,5 +1,5 @@
-// The desktop as the rest of the program sees it: one reference to each interface, installed once by main() or by a
-// test and asked for by whoever needs it. Main thread, but for ScreenSource (see there).
+// The desktop as the rest of the program sees it: one reference to each interface, installed once by main()
+// or by a test and asked for by whoever needs it. Main thread, but for ScreenSource (see there).
 #pragma once
 
 namespace marrowfin::platform {

@@ -26,7 +26,8 @@ public:
     virtual void setToolTip(const QString& text) = 0;
     // Called on release of either button.
     virtual void setAction(Action action) = 0;
-    // Opens the menu at the item. Returns at once; the menu closes by itself. The caller keeps the menu alive.
+    // Opens the menu at the item. Returns at once; the menu closes by itself. The caller keeps the menu
+    // alive.
     virtual void popUp(QMenu& menu) = 0;
 };
 

@@ -1,5 +1,6 @@
-// Windows that no window manager manages: cards, pins, notices, overlays. Only the host knows how this window system
-// puts one above the others and at its place; a widget never places itself. Points, DesktopRect. Main thread.
+// Windows that no window manager manages: cards, pins, notices, overlays. Only the host knows how this window
+// system puts one above the others and at its place; a widget never places itself. Points, DesktopRect. Main
+// thread.
 #pragma once
 
 #include "base/Coordinates.h"
@@ -37,8 +38,8 @@ struct SurfaceSpec {
     bool passesClicks = false;
 };
 
-// The hosted widget's window. Destroying it hides the widget; the widget itself belongs to its owner and must outlive
-// the surface.
+// The hosted widget's window. Destroying it hides the widget; the widget itself belongs to its owner and must
+// outlive the surface.
 class Surface : public QObject {
     Q_OBJECT
 public:
@@ -50,9 +51,11 @@ public:
     // Off the screen, at once. A later orderFront() shows it again.
     virtual void orderOut() = 0;
     virtual bool isVisible() const = 0;
-    // Where clicks are taken, in the widget's coordinates; elsewhere they go to what is beneath. Null: everywhere.
+    // Where clicks are taken, in the widget's coordinates; elsewhere they go to what is beneath. Null:
+    // everywhere.
     virtual void setInputRegion(const QRegion& region) = 0;
-    // The opaque outline used when there is no compositor, in the widget's coordinates. Null: the whole widget.
+    // The opaque outline used when there is no compositor, in the widget's coordinates. Null: the whole
+    // widget.
     virtual void setOutline(const QRegion& outline) = 0;
     // 0 to 1, of the window as a whole.
     virtual void setOpacity(double opacity) = 0;
@@ -68,8 +71,8 @@ class SurfaceHost {
 public:
     virtual ~SurfaceHost() = default;
     virtual std::unique_ptr<Surface> host(QWidget& widget, const SurfaceSpec& spec) = 0;
-    // Prepares a menu, before it is first shown, to leave no trace in a grab made after it closed, and to stand above
-    // our surfaces.
+    // Prepares a menu, before it is first shown, to leave no trace in a grab made after it closed, and to
+    // stand above our surfaces.
     virtual void adoptMenu(QMenu& menu) = 0;
     // Settles when nothing of ours that is on its way out (retired surfaces, closed menus) can be in a grab.
     virtual Outcome<void> transientsGone() = 0;

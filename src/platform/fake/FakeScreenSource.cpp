@@ -1,0 +1,89 @@
+#include "platform/fake/FakeScreenSource.h"
+
+#include "base/Invariant.h"
+
+namespace marrowfin::fake {
+
+using namespace platform;
+
+Result<void> FakeStream::addOutput(OutputType, SerialQueue& sampleQueue, FrameHandler handler) {
+    if (addOutputError)
+        return tl::unexpected(*addOutputError);
+    queue = &sampleQueue;
+    frameHandler = std::move(handler);
+    return {};
+}
+
+void FakeStream::startCapture(CompletionHandler handler) {
+    ++startCount;
+    MARROWFIN_INVARIANT(queue != nullptr);
+    queue->async([this, handler = std::move(handler), error = startError] {
+        handler(error);
+        if (!error && onStart)
+            onStart(*this);
+    });
+}
+
+void FakeStream::stopCapture(CompletionHandler handler) {
+    ++stopCount;
+    handler(std::nullopt);
+}
+
+void FakeStream::deliver(const Frame& frame, OutputType type) {
+    MARROWFIN_INVARIANT(queue != nullptr);
+    queue->async([handler = frameHandler, frame, type] { handler(frame, type); });
+}
+
+FakeScreenSource::FakeScreenSource() {
+    paint = [](const ContentFilter&, const StreamConfiguration& configuration) {
+        QImage pixels(configuration.width, configuration.height, QImage::Format_RGB32);
+        pixels.fill(Qt::darkCyan);
+        return pixels;
+    };
+    prepare = [this](FakeStream& made) {
+        made.onStart = [this](FakeStream& stream) {
+            Frame frame;
+            frame.pixels = paint(stream.filter, stream.configuration);
+            stream.deliver(frame);
+        };
+    };
+}
+
+Outcome<ShareableContent> FakeScreenSource::content() {
+    ++contentRequests;
+    if (contentError)
+        return settled<ShareableContent>(tl::unexpected(*contentError));
+    return settled<ShareableContent>(shown);
+}
+
+std::shared_ptr<ScreenStream> FakeScreenSource::makeStream(const ContentFilter& filter,
+                                                           const StreamConfiguration& configuration) {
+    auto stream = std::make_shared<FakeStream>();
+    stream->filter = filter;
+    stream->configuration = configuration;
+    if (prepare)
+        prepare(*stream);
+    streams.push_back(stream);
+    return stream;
+}
+
+Display FakeScreenSource::addDisplay(std::uint32_t id, const QRectF& frame, int scale) {
+    Display display;
+    display.displayID = id;
+    display.frame = ScreenRect{frame};
+    display.modeWidth = static_cast<int>(frame.width());
+    display.pixelWidth = display.modeWidth * scale;
+    shown.displays.push_back(display);
+    return display;
+}
+
+Window FakeScreenSource::addWindow(std::uint32_t id, std::int64_t pid, const QRectF& frame) {
+    Window window;
+    window.windowID = id;
+    window.ownerPID = pid;
+    window.frame = ScreenRect{frame};
+    shown.windows.push_back(window);
+    return window;
+}
+
+} // namespace marrowfin::fake

@@ -1,0 +1,62 @@
+// Plays displays, windows and frames, and records which streams were asked for. Tests only.
+#pragma once
+
+#include "platform/ScreenSource.h"
+
+#include <mutex>
+
+namespace marrowfin::fake {
+
+// Test's side of one stream. Frames go to the sample queue as real ones do.
+class FakeStream : public platform::ScreenStream {
+public:
+    platform::ContentFilter filter;
+    platform::StreamConfiguration configuration;
+
+    // What the calls answer.
+    std::optional<Error> addOutputError;
+    std::optional<Error> startError;
+    // Called on the sample queue after the start; plays frames, for instance.
+    std::function<void(FakeStream&)> onStart;
+
+    int startCount = 0;
+    int stopCount = 0;
+
+    Result<void> addOutput(platform::OutputType type, SerialQueue& sampleQueue,
+                           FrameHandler handler) override;
+    void startCapture(CompletionHandler handler) override;
+    void stopCapture(CompletionHandler handler) override;
+
+    // On the sample queue, in order.
+    void deliver(const platform::Frame& frame, platform::OutputType type = platform::OutputType::Screen);
+
+private:
+    SerialQueue* queue = nullptr;
+    FrameHandler frameHandler;
+};
+
+class FakeScreenSource : public platform::ScreenSource {
+public:
+    platform::ShareableContent shown;
+    std::optional<Error> contentError;
+    int contentRequests = 0;
+    // Every stream made, in order.
+    std::vector<std::shared_ptr<FakeStream>> streams;
+    // Prepares a stream when it is made; the default delivers one complete frame of the asked size, filled by
+    // paint.
+    std::function<void(FakeStream&)> prepare;
+    // Pixels of the default frame.
+    std::function<QImage(const platform::ContentFilter&, const platform::StreamConfiguration&)> paint;
+
+    FakeScreenSource();
+    Outcome<platform::ShareableContent> content() override;
+    std::shared_ptr<platform::ScreenStream>
+    makeStream(const platform::ContentFilter& filter,
+               const platform::StreamConfiguration& configuration) override;
+
+    // A display of this size in points at this scale, appended to the list.
+    platform::Display addDisplay(std::uint32_t id, const QRectF& frame, int scale = 1);
+    platform::Window addWindow(std::uint32_t id, std::int64_t pid, const QRectF& frame);
+};
+
+} // namespace marrowfin::fake

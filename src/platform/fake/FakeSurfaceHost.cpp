@@ -1,0 +1,105 @@
+#include "platform/fake/FakeSurfaceHost.h"
+
+#include <algorithm>
+
+namespace marrowfin::fake {
+
+using namespace platform;
+
+FakeSurface::FakeSurface(FakeSurfaceHost& owner, QWidget& hosted, const SurfaceSpec& asked)
+    : widget(&hosted), spec(asked), host(owner) {
+    hosted.setWindowFlags(Qt::FramelessWindowHint | Qt::Tool);
+    hosted.setAttribute(Qt::WA_ShowWithoutActivating, asked.keyboard == SurfaceKeyboard::None);
+}
+
+FakeSurface::~FakeSurface() {
+    orderOut();
+    std::erase(host.surfaces, this);
+}
+
+void FakeSurface::setFrame(const DesktopRect& frame) {
+    current = frame;
+    frames.push_back(frame);
+    if (widget)
+        widget->resize(frame.rect.size().toSize());
+}
+
+DesktopRect FakeSurface::frame() const {
+    return current;
+}
+
+void FakeSurface::orderFront() {
+    std::erase(host.order, this);
+    const auto above = std::find_if(host.order.begin(), host.order.end(),
+                                    [this](FakeSurface* other) { return other->spec.level > spec.level; });
+    host.order.insert(above, this);
+    if (!widget)
+        return;
+    widget->show();
+    if (spec.keyboard != SurfaceKeyboard::None)
+        widget->activateWindow();
+}
+
+void FakeSurface::orderOut() {
+    std::erase(host.order, this);
+    if (widget)
+        widget->hide();
+}
+
+bool FakeSurface::isVisible() const {
+    return widget && widget->isVisible();
+}
+void FakeSurface::setInputRegion(const QRegion& region) {
+    inputRegion = region;
+}
+void FakeSurface::setOutline(const QRegion& region) {
+    outline = region;
+}
+void FakeSurface::setOpacity(double value) {
+    opacity = value;
+}
+
+Outcome<void> FakeSurface::retire() {
+    retired = true;
+    orderOut();
+    return host.barrier();
+}
+
+std::unique_ptr<Surface> FakeSurfaceHost::host(QWidget& widget, const SurfaceSpec& spec) {
+    ++hostedCount;
+    auto surface = std::make_unique<FakeSurface>(*this, widget, spec);
+    surfaces.push_back(surface.get());
+    return surface;
+}
+
+void FakeSurfaceHost::adoptMenu(QMenu&) {
+    ++adoptedMenus;
+}
+
+Outcome<void> FakeSurfaceHost::transientsGone() {
+    ++barriers;
+    return barrier();
+}
+
+Outcome<void> FakeSurfaceHost::barrier() {
+    auto [settler, outcome] = makeOutcome<void>();
+    if (holdBarriers)
+        held.push_back(settler);
+    else
+        settler.settle({});
+    return outcome;
+}
+
+void FakeSurfaceHost::releaseBarriers() {
+    for (const Settler<void>& settler : std::exchange(held, {}))
+        settler.settle({});
+}
+
+FakeSurface* FakeSurfaceHost::surfaceOf(const QWidget* widget) const {
+    for (FakeSurface* surface : surfaces)
+        if (surface->widget == widget)
+            return surface;
+    return nullptr;
+}
+
+} // namespace marrowfin::fake

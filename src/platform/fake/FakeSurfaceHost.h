@@ -1,0 +1,74 @@
+// Shows hosted widgets as plain top-level windows of the offscreen plugin, keeps their frames, and records
+// every call. Retiring settles when the test says so, or at once. Tests only.
+#pragma once
+
+#include "platform/SurfaceHost.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+namespace marrowfin::fake {
+
+class FakeSurfaceHost;
+
+class FakeSurface : public platform::Surface {
+    Q_OBJECT
+public:
+    FakeSurface(FakeSurfaceHost& host, QWidget& widget, const platform::SurfaceSpec& spec);
+    ~FakeSurface() override;
+
+    void setFrame(const DesktopRect& frame) override;
+    DesktopRect frame() const override;
+    void orderFront() override;
+    void orderOut() override;
+    bool isVisible() const override;
+    void setInputRegion(const QRegion& region) override;
+    void setOutline(const QRegion& outline) override;
+    void setOpacity(double opacity) override;
+    Outcome<void> retire() override;
+
+    // What was asked, for the test.
+    QPointer<QWidget> widget;
+    platform::SurfaceSpec spec;
+    QRegion inputRegion;
+    QRegion outline;
+    double opacity = 1;
+    bool retired = false;
+    std::vector<DesktopRect> frames; // every setFrame, in order
+
+    // Plays the screen going away.
+    void takeAway() { Q_EMIT closed(); }
+
+private:
+    FakeSurfaceHost& host;
+    DesktopRect current;
+};
+
+class FakeSurfaceHost : public platform::SurfaceHost {
+public:
+    std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& spec) override;
+    void adoptMenu(QMenu& menu) override;
+    Outcome<void> transientsGone() override;
+
+    // Those alive, oldest first.
+    std::vector<FakeSurface*> surfaces;
+    // The visible ones, back to front.
+    std::vector<FakeSurface*> order;
+    int hostedCount = 0;
+    int adoptedMenus = 0;
+    int barriers = 0;
+    // When set, retire() and transientsGone() wait for releaseBarriers().
+    bool holdBarriers = false;
+    void releaseBarriers();
+
+    // The surface of this widget, or null.
+    FakeSurface* surfaceOf(const QWidget* widget) const;
+
+private:
+    friend class FakeSurface;
+    Outcome<void> barrier();
+    std::vector<Settler<void>> held;
+};
+
+} // namespace marrowfin::fake
