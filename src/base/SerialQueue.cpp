@@ -37,7 +37,7 @@ struct SerialQueue::Worker {
     }
 };
 
-SerialQueue::SerialQueue(QString label, QualityOfService quality) : worker(std::make_unique<Worker>()) {
+SerialQueue::SerialQueue(QString label, QualityOfService quality) : worker(std::make_shared<Worker>()) {
     worker->label = std::move(label);
     worker->quality = quality;
 }
@@ -48,7 +48,9 @@ SerialQueue::~SerialQueue() {
         worker->finishing = true;
     }
     worker->wake.notify_one();
-    if (worker->thread.joinable())
+    if (isCurrent())
+        worker->thread.detach(); // the last block let go of the queue; a thread can't wait for itself
+    else if (worker->thread.joinable())
         worker->thread.join();
 }
 
@@ -65,7 +67,7 @@ void SerialQueue::async(std::function<void()> block) {
         MARROWFIN_INVARIANT(!worker->finishing);
         worker->blocks.push_back(std::move(block));
         if (!worker->thread.joinable())
-            worker->thread = std::thread([w = worker.get()] { w->run(); });
+            worker->thread = std::thread([w = worker] { w->run(); });
     }
     worker->wake.notify_one();
 }

@@ -30,7 +30,7 @@ public:
 
 private:
     struct Worker;
-    std::unique_ptr<Worker> worker;
+    std::shared_ptr<Worker> worker; // the thread holds it too
 };
 
 } // namespace marrowfin

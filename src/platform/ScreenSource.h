@@ -87,8 +87,8 @@ public:
     using CompletionHandler = std::function<void(std::optional<Error>)>;
 
     virtual ~ScreenStream() = default;
-    // The queue must outlive the stream's last frame.
-    virtual Result<void> addOutput(OutputType type, SerialQueue& sampleQueue, FrameHandler handler) = 0;
+    virtual Result<void> addOutput(OutputType type, std::shared_ptr<SerialQueue> sampleQueue,
+                                   FrameHandler handler) = 0;
     virtual void startCapture(CompletionHandler handler) = 0;
     virtual void stopCapture(CompletionHandler handler) = 0;
 };

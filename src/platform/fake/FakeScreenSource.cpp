@@ -6,10 +6,11 @@ namespace marrowfin::fake {
 
 using namespace platform;
 
-Result<void> FakeStream::addOutput(OutputType, SerialQueue& sampleQueue, FrameHandler handler) {
+Result<void> FakeStream::addOutput(OutputType, std::shared_ptr<SerialQueue> sampleQueue,
+                                   FrameHandler handler) {
     if (addOutputError)
         return tl::unexpected(*addOutputError);
-    queue = &sampleQueue;
+    queue = std::move(sampleQueue);
     frameHandler = std::move(handler);
     return {};
 }

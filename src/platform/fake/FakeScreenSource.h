@@ -22,7 +22,7 @@ public:
     int startCount = 0;
     int stopCount = 0;
 
-    Result<void> addOutput(platform::OutputType type, SerialQueue& sampleQueue,
+    Result<void> addOutput(platform::OutputType type, std::shared_ptr<SerialQueue> sampleQueue,
                            FrameHandler handler) override;
     void startCapture(CompletionHandler handler) override;
     void stopCapture(CompletionHandler handler) override;
@@ -31,7 +31,7 @@ public:
     void deliver(const platform::Frame& frame, platform::OutputType type = platform::OutputType::Screen);
 
 private:
-    SerialQueue* queue = nullptr;
+    std::shared_ptr<SerialQueue> queue;
     FrameHandler frameHandler;
 };
 
