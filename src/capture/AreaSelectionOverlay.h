@@ -1,0 +1,36 @@
+// Lets the user drag out a rectangle on the main screen. One overlay serves one selection: await selectArea(), call
+// cancel(), use the result. Main thread.
+#pragma once
+
+#include "base/Coordinates.h"
+#include "base/Outcome.h"
+#include "capture/OverlayWindow.h"
+
+#include <QCoro/QCoroTask>
+#include <memory>
+#include <optional>
+
+namespace marrowfin {
+
+class SelectionView;
+
+class AreaSelectionOverlay {
+public:
+    AreaSelectionOverlay();
+    ~AreaSelectionOverlay();
+
+    // Nothing when the user cancelled or there is no main screen.
+    QCoro::Task<std::optional<DesktopRect>> selectArea();
+    // Takes the overlay off the screen.
+    void cancel();
+
+private:
+    void show(const platform::Screen& screen);
+    void finish(std::optional<DesktopRect> rect);
+
+    std::unique_ptr<OverlayWindow> window;
+    SelectionView* selectionView = nullptr; // the window's child
+    std::optional<Settler<std::optional<DesktopRect>>> continuation;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,46 @@
+#include "capture/OverlayWindow.h"
+
+#include "platform/Services.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPointer>
+
+namespace marrowfin {
+
+using namespace platform;
+
+OverlayWindow::OverlayWindow(const Screen& covered, QColor colour, const SurfaceSpec& spec)
+    : screen(covered), background(colour), surface(services().surfaceHost.host(*this, spec)) {
+    connect(surface.get(), &Surface::closed, this, &OverlayWindow::closed);
+    surface->setFrame(screen.frame);
+}
+
+OverlayWindow::~OverlayWindow() = default;
+
+void OverlayWindow::orderFront() { surface->orderFront(); }
+
+void OverlayWindow::retire(std::unique_ptr<OverlayWindow> window) {
+    // From here on the window has no owner but this wait: it takes no more input and goes with its last pixel.
+    const QPointer<OverlayWindow> leaving = window.release();
+    leaving->disconnect();
+    leaving->setEnabled(false);
+    leaving->surface->retire().then([leaving](const Result<void>&) {
+        if (leaving)
+            leaving->deleteLater();
+    });
+}
+
+DesktopRect OverlayWindow::convertRectToScreen(const QRectF& rect) const {
+    return {offset(rect, minX(screen.frame.rect), minY(screen.frame.rect))};
+}
+
+void OverlayWindow::paintEvent(QPaintEvent* event) {
+    if (background.alpha() == 0)
+        return;
+    QPainter painter(this);
+    for (const QRect& part : event->region())
+        painter.fillRect(part, background);
+}
+
+} // namespace marrowfin

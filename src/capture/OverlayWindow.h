@@ -1,0 +1,41 @@
+// The window under an overlay: covers one screen, painted in one translucent colour, and knows its surface. The views
+// of an overlay are its children. Widget coordinates are y-down; the overlays' own rectangles are y-up.
+#pragma once
+
+#include "platform/Screens.h"
+#include "platform/SurfaceHost.h"
+
+#include <QColor>
+#include <QWidget>
+#include <memory>
+
+namespace marrowfin {
+
+class OverlayWindow : public QWidget {
+    Q_OBJECT
+public:
+    // Hosted over the screen's whole frame, not yet shown.
+    OverlayWindow(const platform::Screen& screen, QColor background, const platform::SurfaceSpec& spec);
+    ~OverlayWindow() override;
+
+    void orderFront();
+    // Off the screen for good; the next grab waits until it is gone. Destroys the window once it is.
+    static void retire(std::unique_ptr<OverlayWindow> window);
+
+    // A y-up rectangle of the view on the desktop.
+    DesktopRect convertRectToScreen(const QRectF& rect) const;
+
+Q_SIGNALS:
+    // The window system took it away.
+    void closed();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    platform::Screen screen;
+    QColor background;
+    std::unique_ptr<platform::Surface> surface;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,127 @@
+#include "capture/ScreenCaptureManager.h"
+
+#include "base/Log.h"
+#include "capture/AreaSelectionOverlay.h"
+#include "capture/CaptureEngine.h"
+#include "capture/CaptureError.h"
+#include "capture/CaptureGeometry.h"
+#include "capture/PermissionAlert.h"
+#include "capture/WindowSelector.h"
+#include "platform/Screens.h"
+#include "platform/Services.h"
+#include "platform/SurfaceHost.h"
+
+namespace marrowfin {
+
+using namespace platform;
+
+void ScreenCaptureManager::setCapturedImage(const Image& value) {
+    image = value;
+    Q_EMIT capturedImageChanged();
+}
+
+void ScreenCaptureManager::observeCapturedImage(QObject* receiver,
+                                                std::function<void(const std::optional<Image>&)> sink) {
+    // Each set is delivered with the value that it set, in order, even when two come before the loop turns.
+    const auto deliver = [receiver, sink = std::move(sink)](std::optional<Image> value) {
+        QMetaObject::invokeMethod(receiver, [sink, value = std::move(value)] { sink(value); }, Qt::QueuedConnection);
+    };
+    deliver(image);
+    connect(this, &ScreenCaptureManager::capturedImageChanged, receiver, [this, deliver] { deliver(image); });
+}
+
+QCoro::Task<> ScreenCaptureManager::captureArea() {
+    AreaSelectionOverlay overlay;
+    const std::optional<DesktopRect> rect = co_await overlay.selectArea();
+    overlay.cancel();
+    if (!rect || isEmpty(rect->rect))
+        co_return;
+    // Before the capture: one that fails still leaves the rectangle to be repeated.
+    previous = rect;
+    const Result<Image> result = co_await captureRect(*rect, std::nullopt);
+    publish(result, QStringLiteral("Capture failed: "));
+}
+
+QCoro::Task<> ScreenCaptureManager::capturePreviousArea() {
+    if (!previous) {
+        co_await captureArea();
+        co_return;
+    }
+    const Result<Image> result = co_await captureRect(*previous, std::nullopt);
+    publish(result, QStringLiteral("Previous area capture failed: "));
+}
+
+QCoro::Task<> ScreenCaptureManager::captureFullscreen() {
+    const QString prefix = QStringLiteral("Fullscreen capture failed: ");
+    const Result<ShareableContent> content = co_await services().screenSource.content();
+    if (!content) {
+        publish(tl::unexpected(content.error()), prefix);
+        co_return;
+    }
+    if (content->displays.empty())
+        co_return;
+    const Display display = content->displays.front();
+    const DesktopRect rect = toDesktop(display.frame, services().screens.primaryHeight());
+    const Result<Image> result = co_await captureRect(rect, display);
+    publish(result, prefix);
+}
+
+QCoro::Task<> ScreenCaptureManager::captureWindow() {
+    WindowSelector selector;
+    const std::optional<std::uint32_t> windowID = co_await selector.selectWindow();
+    selector.cancel();
+    if (!windowID)
+        co_return;
+    const Result<Image> result = co_await captureWindowWithID(*windowID);
+    publish(result, QStringLiteral("Window capture failed: "));
+}
+
+QCoro::Task<Result<Image>> ScreenCaptureManager::captureRect(DesktopRect rect, std::optional<Display> display) {
+    // The barrier runs while the content is fetched: no surface of ours on its way out may be in the frame.
+    const Outcome<void> gone = services().surfaceHost.transientsGone();
+    const Result<ShareableContent> content = co_await services().screenSource.content();
+    if (!content)
+        co_return tl::unexpected(content.error());
+    const ScreenRect flipped = toScreen(rect, services().screens.primaryHeight());
+    const std::optional<Display> chosen = display ? display : displayFor(flipped, content->displays);
+    if (!chosen)
+        co_return failure(CaptureError::streamStartFailed);
+    co_await gone;
+    const auto engine = CaptureEngine::make();
+    co_return co_await engine->capture(DisplayFilter{chosen->displayID}, rectConfiguration(flipped, *chosen));
+}
+
+QCoro::Task<Result<Image>> ScreenCaptureManager::captureWindowWithID(std::uint32_t windowID) {
+    const Outcome<void> gone = services().surfaceHost.transientsGone();
+    const Result<ShareableContent> content = co_await services().screenSource.content();
+    if (!content)
+        co_return tl::unexpected(content.error());
+    for (const Window& window : content->windows) {
+        if (window.windowID != windowID)
+            continue;
+        const std::optional<Screen> main = services().screens.mainScreen();
+        const std::optional<double> backing = main ? std::optional(main->backingScaleFactor) : std::nullopt;
+        const double scale = windowScale(window, content->displays, backing);
+        co_await gone;
+        const auto engine = CaptureEngine::make();
+        co_return co_await engine->capture(WindowFilter{windowID}, windowConfiguration(window, scale));
+    }
+    co_return failure(CaptureError::streamStartFailed);
+}
+
+QCoro::Task<bool> ScreenCaptureManager::screenPermissionGranted() {
+    const Result<ShareableContent> content = co_await services().screenSource.content();
+    if (content)
+        co_return true;
+    co_await showPermissionAlert();
+    co_return false;
+}
+
+void ScreenCaptureManager::publish(const Result<Image>& result, const QString& failurePrefix) {
+    if (result)
+        setCapturedImage(*result);
+    else
+        printLine(failurePrefix + result.error().message);
+}
+
+} // namespace marrowfin

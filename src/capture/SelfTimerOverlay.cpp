@@ -1,0 +1,50 @@
+#include "capture/SelfTimerOverlay.h"
+
+#include "capture/CountdownDigit.h"
+#include "platform/Services.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <chrono>
+
+namespace marrowfin {
+
+using namespace platform;
+using namespace std::chrono_literals;
+
+namespace {
+Outcome<void> after(std::chrono::milliseconds time) {
+    auto [settler, outcome] = makeOutcome<void>();
+    QTimer::singleShot(time, Qt::PreciseTimer, [settler = settler] { settler.settle({}); });
+    return outcome;
+}
+} // namespace
+
+SelfTimerOverlay::SelfTimerOverlay() = default;
+SelfTimerOverlay::~SelfTimerOverlay() {
+    if (window)
+        OverlayWindow::retire(std::move(window));
+}
+
+QCoro::Task<> SelfTimerOverlay::run(int seconds) {
+    co_await services().surfaceHost.transientsGone();
+    const std::optional<Screen> screen = services().screens.mainScreen();
+    if (!screen)
+        co_return;
+    SurfaceSpec spec;
+    spec.level = SurfaceLevel::Overlay;
+    spec.keyboard = SurfaceKeyboard::None;
+    spec.backdrop = SurfaceBackdrop::Snapshot;
+    spec.passesClicks = true;
+    window = std::make_unique<OverlayWindow>(*screen, QColor::fromRgbF(0, 0, 0, 0.4f), spec);
+    const QPointer<CountdownDigit> digit = new CountdownDigit(window.get());
+    window->orderFront();
+    for (int n = seconds; n >= 1; --n) {
+        if (digit)
+            digit->show(n);
+        co_await after(1s);
+    }
+    OverlayWindow::retire(std::move(window));
+}
+
+} // namespace marrowfin

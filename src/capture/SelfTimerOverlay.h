@@ -1,0 +1,24 @@
+// Dims the main screen and counts down, while clicks go through to the windows beneath. One overlay serves one
+// countdown. Main thread.
+#pragma once
+
+#include "capture/OverlayWindow.h"
+
+#include <QCoro/QCoroTask>
+#include <memory>
+
+namespace marrowfin {
+
+class SelfTimerOverlay {
+public:
+    SelfTimerOverlay();
+    ~SelfTimerOverlay();
+
+    // Returns when the countdown is over; at once without a main screen.
+    QCoro::Task<> run(int seconds);
+
+private:
+    std::unique_ptr<OverlayWindow> window;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,33 @@
+#include "capture/WindowHighlightView.h"
+
+#include "base/SystemColors.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace marrowfin {
+
+WindowHighlightView::WindowHighlightView(QWidget* parent) : QWidget(parent) {}
+
+void WindowHighlightView::mousePressEvent(QMouseEvent* event) {
+    // Taken, so that the release comes here and not to the view beneath.
+    event->setAccepted(event->button() == Qt::LeftButton);
+}
+
+void WindowHighlightView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && onSelect)
+        onSelect(windowID);
+}
+
+void WindowHighlightView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), QColor::fromRgbF(1, 1, 1, 0.2f));
+    QPen pen(systemColor(SystemColor::blue), 3.0);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    // On the bounds: half of the line lies outside and is clipped away.
+    painter.drawRect(QRectF(rect()));
+}
+
+} // namespace marrowfin

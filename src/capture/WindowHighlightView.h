@@ -1,0 +1,25 @@
+// One window's clickable rectangle in the window selector.
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+#include <functional>
+
+namespace marrowfin {
+
+class WindowHighlightView : public QWidget {
+    Q_OBJECT
+public:
+    explicit WindowHighlightView(QWidget* parent);
+
+    std::uint32_t windowID = 0;
+    // On the release of a press that landed here.
+    std::function<void(std::uint32_t)> onSelect;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace marrowfin
