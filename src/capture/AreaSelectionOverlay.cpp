@@ -8,7 +8,9 @@ namespace marrowfin {
 using namespace platform;
 
 AreaSelectionOverlay::AreaSelectionOverlay() = default;
-AreaSelectionOverlay::~AreaSelectionOverlay() { cancel(); }
+AreaSelectionOverlay::~AreaSelectionOverlay() {
+    cancel();
+}
 
 QCoro::Task<std::optional<DesktopRect>> AreaSelectionOverlay::selectArea() {
     // Where the dim stands over a still of the screen, the menu that asked for it mustn't be in the still.

@@ -1,5 +1,5 @@
-// Lets the user drag out a rectangle on the main screen. One overlay serves one selection: await selectArea(), call
-// cancel(), use the result. Main thread.
+// Lets the user drag out a rectangle on the main screen. One overlay serves one selection: await
+// selectArea(), call cancel(), use the result. Main thread.
 #pragma once
 
 #include "base/Coordinates.h"

@@ -24,7 +24,9 @@ QImage imageOf(const QImage& pixels) {
 
 } // namespace
 
-std::shared_ptr<CaptureEngine> CaptureEngine::make() { return std::shared_ptr<CaptureEngine>(new CaptureEngine); }
+std::shared_ptr<CaptureEngine> CaptureEngine::make() {
+    return std::shared_ptr<CaptureEngine>(new CaptureEngine);
+}
 
 CaptureEngine::CaptureEngine()
     : sampleQueue(std::make_shared<SerialQueue>(QStringLiteral("io.tessaly.marrowfin.capture"),
@@ -38,13 +40,11 @@ Outcome<Image> CaptureEngine::capture(const ContentFilter& filter, const StreamC
         continuation = settler;
     }
     const std::shared_ptr<ScreenStream> made = services().screenSource.makeStream(filter, configuration);
-    // The stream's handler holds the engine, which holds the stream until it has finished: one of the two always ends
-    // it, and then both go.
-    const Result<void> added =
-        made->addOutput(OutputType::Screen, sampleQueue,
-                        [engine = shared_from_this()](const Frame& frame, OutputType type) {
-                            engine->receive(frame, type);
-                        });
+    // The stream's handler holds the engine, which holds the stream until it has finished: one of the two
+    // always ends it, and then both go.
+    const Result<void> added = made->addOutput(
+        OutputType::Screen, sampleQueue,
+        [engine = shared_from_this()](const Frame& frame, OutputType type) { engine->receive(frame, type); });
     if (!added) {
         finish(tl::unexpected(added.error()));
         return outcome;

@@ -1,5 +1,6 @@
-// Takes one frame: starts a stream, keeps the first complete frame, stops the stream and hands the frame back. One
-// engine per capture; it is kept alive by its stream until it has finished. Frames arrive on the sample queue.
+// Takes one frame: starts a stream, keeps the first complete frame, stops the stream and hands the frame
+// back. One engine per capture; it is kept alive by its stream until it has finished. Frames arrive on the
+// sample queue.
 #pragma once
 
 #include "base/Image.h"
@@ -14,9 +15,10 @@ class CaptureEngine : public std::enable_shared_from_this<CaptureEngine> {
 public:
     static std::shared_ptr<CaptureEngine> make();
 
-    // Once per engine. The image has one size unit per pixel, and its encoding has begun. A stream that never delivers
-    // a complete frame leaves the caller waiting.
-    Outcome<Image> capture(const platform::ContentFilter& filter, const platform::StreamConfiguration& configuration);
+    // Once per engine. The image has one size unit per pixel, and its encoding has begun. A stream that never
+    // delivers a complete frame leaves the caller waiting.
+    Outcome<Image> capture(const platform::ContentFilter& filter,
+                           const platform::StreamConfiguration& configuration);
 
 private:
     CaptureEngine();

@@ -1,4 +1,5 @@
-// Why a capture gave no image. The text is the case's own name: it goes behind the flow's prefix on standard output.
+// Why a capture gave no image. The text is the case's own name: it goes behind the flow's prefix on standard
+// output.
 #pragma once
 
 #include "base/Result.h"
@@ -19,6 +20,8 @@ inline Error toError(CaptureError error) {
     return {Error::Kind::Failed, QStringLiteral("streamStartFailed")};
 }
 
-inline tl::unexpected<Error> failure(CaptureError error) { return tl::unexpected<Error>(toError(error)); }
+inline tl::unexpected<Error> failure(CaptureError error) {
+    return tl::unexpected<Error>(toError(error));
+}
 
 } // namespace marrowfin

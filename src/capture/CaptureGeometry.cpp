@@ -17,7 +17,8 @@ double displayScale(const Display& display) {
     return display.modeWidth >= 1 ? static_cast<double>(display.pixelWidth) / display.modeWidth : 1.0;
 }
 
-double windowScale(const Window& window, const std::vector<Display>& displays, std::optional<double> mainBackingScale) {
+double windowScale(const Window& window, const std::vector<Display>& displays,
+                   std::optional<double> mainBackingScale) {
     const Display* kept = nullptr;
     double keptArea = 0;
     for (const Display& display : displays) {

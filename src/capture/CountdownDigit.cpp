@@ -12,7 +12,9 @@ namespace {
 constexpr double restingAlpha = 0.3;
 constexpr int fadeMilliseconds = 800;
 
-QFont digitFont() { return monospacedSystemFont(120, QFont::Bold); }
+QFont digitFont() {
+    return monospacedSystemFont(120, QFont::Bold);
+}
 } // namespace
 
 CountdownDigit::CountdownDigit(QWidget* parent) : QWidget(parent) {

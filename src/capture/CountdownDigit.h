@@ -1,4 +1,5 @@
-// The very large number of the self-timer: centred in its parent, it fades from opaque to 0.3 each time it is shown.
+// The very large number of the self-timer: centred in its parent, it fades from opaque to 0.3 each time it is
+// shown.
 #pragma once
 
 #include <QVariantAnimation>

@@ -18,10 +18,13 @@ OverlayWindow::OverlayWindow(const Screen& covered, QColor colour, const Surface
 
 OverlayWindow::~OverlayWindow() = default;
 
-void OverlayWindow::orderFront() { surface->orderFront(); }
+void OverlayWindow::orderFront() {
+    surface->orderFront();
+}
 
 void OverlayWindow::retire(std::unique_ptr<OverlayWindow> window) {
-    // From here on the window has no owner but this wait: it takes no more input and goes with its last pixel.
+    // From here on the window has no owner but this wait: it takes no more input and goes with its last
+    // pixel.
     const QPointer<OverlayWindow> leaving = window.release();
     leaving->disconnect();
     leaving->setEnabled(false);

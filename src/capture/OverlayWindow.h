@@ -1,5 +1,6 @@
-// The window under an overlay: covers one screen, painted in one translucent colour, and knows its surface. The views
-// of an overlay are its children. Widget coordinates are y-down; the overlays' own rectangles are y-up.
+// The window under an overlay: covers one screen, painted in one translucent colour, and knows its surface.
+// The views of an overlay are its children. Widget coordinates are y-down; the overlays' own rectangles are
+// y-up.
 #pragma once
 
 #include "platform/Screens.h"

@@ -10,14 +10,15 @@ namespace marrowfin {
 QCoro::Task<> showPermissionAlert() {
     chrome::AlertSpec alert;
     alert.messageText = QStringLiteral("Screen Recording Permission Required");
-    alert.informativeText =
-        QStringLiteral("Marrowfin needs screen recording permission. Please enable it in System Settings > Privacy & "
-                       "Security > Screen Recording, then relaunch the app.");
+    alert.informativeText = QStringLiteral(
+        "Marrowfin needs screen recording permission. Please enable it in System Settings > Privacy & "
+        "Security > Screen Recording, then relaunch the app.");
     alert.buttons = {QStringLiteral("Open Settings"), QStringLiteral("Cancel")};
     const Result<int> response = co_await chrome::runAlert(alert);
     if (response != chrome::alertFirstButton)
         co_return;
-    const Result<void> opened = co_await platform::services().opener.openSettings(platform::SettingsPage::ScreenRecording);
+    const Result<void> opened =
+        co_await platform::services().opener.openSettings(platform::SettingsPage::ScreenRecording);
     if (!opened)
         printLine(opened.error().message);
 }

@@ -24,7 +24,8 @@ void ScreenCaptureManager::observeCapturedImage(QObject* receiver,
                                                 std::function<void(const std::optional<Image>&)> sink) {
     // Each set is delivered with the value that it set, in order, even when two come before the loop turns.
     const auto deliver = [receiver, sink = std::move(sink)](std::optional<Image> value) {
-        QMetaObject::invokeMethod(receiver, [sink, value = std::move(value)] { sink(value); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            receiver, [sink, value = std::move(value)] { sink(value); }, Qt::QueuedConnection);
     };
     deliver(image);
     connect(this, &ScreenCaptureManager::capturedImageChanged, receiver, [this, deliver] { deliver(image); });
@@ -76,7 +77,8 @@ QCoro::Task<> ScreenCaptureManager::captureWindow() {
     publish(result, QStringLiteral("Window capture failed: "));
 }
 
-QCoro::Task<Result<Image>> ScreenCaptureManager::captureRect(DesktopRect rect, std::optional<Display> display) {
+QCoro::Task<Result<Image>> ScreenCaptureManager::captureRect(DesktopRect rect,
+                                                             std::optional<Display> display) {
     // The barrier runs while the content is fetched: no surface of ours on its way out may be in the frame.
     const Outcome<void> gone = services().surfaceHost.transientsGone();
     const Result<ShareableContent> content = co_await services().screenSource.content();

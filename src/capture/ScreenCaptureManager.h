@@ -1,5 +1,6 @@
-// Turns a capture command into one image: the four flows, the way from a selection to pixels, and the publication of
-// the result. Lives as long as the process; main thread. Flows never fail to their caller: they print one line.
+// Turns a capture command into one image: the four flows, the way from a selection to pixels, and the
+// publication of the result. Lives as long as the process; main thread. Flows never fail to their caller:
+// they print one line.
 #pragma once
 
 #include "base/Coordinates.h"
@@ -22,8 +23,8 @@ public:
     const std::optional<Image>& capturedImage() const { return image; }
     // Publishes, also when the value is the same.
     void setCapturedImage(const Image& value);
-    // Calls with the current value and then on each set, from the event loop of the main thread, while the receiver
-    // lives.
+    // Calls with the current value and then on each set, from the event loop of the main thread, while the
+    // receiver lives.
     void observeCapturedImage(QObject* receiver, std::function<void(const std::optional<Image>&)> sink);
 
     // The last accepted area selection; memory only.

@@ -15,8 +15,12 @@ constexpr double smallestSide = 5.0; // a drag must exceed it in both directions
 constexpr double borderWidth = 2.0;
 constexpr double labelDistance = 4.0;
 
-QFont labelFont() { return monospacedDigitSystemFont(12, QFont::Medium); }
-QColor black(double alpha) { return QColor::fromRgbF(0, 0, 0, static_cast<float>(alpha)); }
+QFont labelFont() {
+    return monospacedDigitSystemFont(12, QFont::Medium);
+}
+QColor black(double alpha) {
+    return QColor::fromRgbF(0, 0, 0, static_cast<float>(alpha));
+}
 } // namespace
 
 SelectionView::SelectionView(QWidget* parent) : QWidget(parent) {
@@ -73,8 +77,8 @@ SelectionView::Label SelectionView::label() const {
                     .arg(static_cast<int>(currentRect.height()));
     const QFontMetricsF metrics(labelFont());
     const QSizeF size(metrics.horizontalAdvance(made.text), metrics.height());
-    const QRectF above(midX(currentRect) - size.width() / 2, maxY(currentRect) + labelDistance, size.width() + 8,
-                       size.height() + 4);
+    const QRectF above(midX(currentRect) - size.width() / 2, maxY(currentRect) + labelDistance,
+                       size.width() + 8, size.height() + 4);
     made.rect = toWidget(above);
     made.textRect = toWidget({above.x() + 4, above.y() + 2, size.width(), size.height()});
     return made;
@@ -86,7 +90,8 @@ QRegion SelectionView::drawnRegion() const {
     const QRectF outer = inset(toWidget(currentRect), -borderWidth, -borderWidth);
     const QRectF inner = inset(toWidget(currentRect), borderWidth, borderWidth);
     // The inside of the selection never changes: a large one costs its border alone.
-    const QRegion border = QRegion(outer.toAlignedRect()) - QRegion(inner.toAlignedRect().adjusted(1, 1, -1, -1));
+    const QRegion border =
+        QRegion(outer.toAlignedRect()) - QRegion(inner.toAlignedRect().adjusted(1, 1, -1, -1));
     return border + label().rect.toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
@@ -120,7 +125,8 @@ void SelectionView::drawSelection(QPainter& painter) const {
     painter.fillRect(shown.textRect, black(0.7)); // the text's own background
     painter.setFont(labelFont());
     painter.setPen(Qt::white);
-    painter.drawText(QPointF(shown.textRect.x(), shown.textRect.y() + QFontMetricsF(labelFont()).ascent()), shown.text);
+    painter.drawText(QPointF(shown.textRect.x(), shown.textRect.y() + QFontMetricsF(labelFont()).ascent()),
+                     shown.text);
 }
 
 } // namespace marrowfin

@@ -1,5 +1,5 @@
-// Tracks one drag over a dimmed screen and draws the dim, the border and the size label. All rectangles are in view
-// coordinates with y up, in points.
+// Tracks one drag over a dimmed screen and draws the dim, the border and the size label. All rectangles are
+// in view coordinates with y up, in points.
 #pragma once
 
 #include <QPointF>

@@ -1,5 +1,5 @@
-// Dims the main screen and counts down, while clicks go through to the windows beneath. One overlay serves one
-// countdown. Main thread.
+// Dims the main screen and counts down, while clicks go through to the windows beneath. One overlay serves
+// one countdown. Main thread.
 #pragma once
 
 #include "capture/OverlayWindow.h"

@@ -33,13 +33,16 @@ QRectF candidateFrame(const WindowCandidate& candidate, const Screen& screen, do
         const ScreenRect covered = toScreen(screen.frame, primaryHeight);
         return offset(bounds, -minX(covered.rect), -minY(covered.rect));
     }
-    // Settled: the bounds count from the top, the view from the bottom, and neither is converted, so that a rectangle
-    // lies mirrored about the screen's height. The screen's own origin isn't taken off either.
-    return {bounds.x(), screen.frame.rect.height() - bounds.y() - bounds.height(), bounds.width(), bounds.height()};
+    // Settled: the bounds count from the top, the view from the bottom, and neither is converted, so that a
+    // rectangle lies mirrored about the screen's height. The screen's own origin isn't taken off either.
+    return {bounds.x(), screen.frame.rect.height() - bounds.y() - bounds.height(), bounds.width(),
+            bounds.height()};
 }
 
 WindowSelector::WindowSelector() : life(std::make_shared<WindowSelector*>(this)) {}
-WindowSelector::~WindowSelector() { cancel(); }
+WindowSelector::~WindowSelector() {
+    cancel();
+}
 
 QCoro::Task<std::optional<std::uint32_t>> WindowSelector::selectWindow() {
     co_await services().surfaceHost.transientsGone();
@@ -63,14 +66,14 @@ void WindowSelector::show(const Screen& screen) {
     keys->setGeometry(window->rect());
     keys->onEscape = [this] { finish(std::nullopt); };
     QObject::connect(window.get(), &OverlayWindow::closed, window.get(), [this] { finish(std::nullopt); });
-    // The list is asked for first, so that the overlay's own window is up while it is being made; the rectangles come
-    // when it is there. A listing that fails leaves an overlay from which Escape leads out.
-    services().screenSource.content().then(
-        [selector = std::weak_ptr(life), screen](const Result<ShareableContent>& content) {
-            if (const auto alive = selector.lock(); alive && content)
-                (*alive)->showCandidates(windowCandidates(content->windows, QCoreApplication::applicationPid()),
-                                         screen);
-        });
+    // The list is asked for first, so that the overlay's own window is up while it is being made; the
+    // rectangles come when it is there. A listing that fails leaves an overlay from which Escape leads out.
+    services().screenSource.content().then([selector = std::weak_ptr(life),
+                                            screen](const Result<ShareableContent>& content) {
+        if (const auto alive = selector.lock(); alive && content)
+            (*alive)->showCandidates(windowCandidates(content->windows, QCoreApplication::applicationPid()),
+                                     screen);
+    });
     window->orderFront();
     keys->setFocus();
 }
@@ -84,8 +87,8 @@ void WindowSelector::showCandidates(const std::vector<WindowCandidate>& candidat
         view->windowID = candidate.windowID;
         view->onSelect = [this](std::uint32_t windowID) { finish(windowID); };
         view->setGeometry(candidateFrame(candidate, screen, primaryHeight).toRect());
-        // Later views lie above earlier ones, so the window further back gets the click where two overlap; corrected,
-        // each goes beneath those before it.
+        // Later views lie above earlier ones, so the window further back gets the click where two overlap;
+        // corrected, each goes beneath those before it.
         if (Corrections::isActive(Correction::WindowRectangles) && !windowViews.empty())
             view->stackUnder(windowViews.back());
         view->show();

@@ -1,5 +1,5 @@
-// Lets the user pick a window of another program with a click. One selector serves one pick: await selectWindow(),
-// call cancel(), use the number. Main thread.
+// Lets the user pick a window of another program with a click. One selector serves one pick: await
+// selectWindow(), call cancel(), use the number. Main thread.
 #pragma once
 
 #include "base/Outcome.h"
@@ -23,7 +23,8 @@ struct WindowCandidate {
 };
 
 // Front to back, without our own windows and those of 50 points or less in a direction.
-std::vector<WindowCandidate> windowCandidates(const std::vector<platform::Window>& windows, std::int64_t ownPID);
+std::vector<WindowCandidate> windowCandidates(const std::vector<platform::Window>& windows,
+                                              std::int64_t ownPID);
 
 // Where the rectangle of a window lies in a view over the screen, y down.
 QRectF candidateFrame(const WindowCandidate& candidate, const platform::Screen& screen, double primaryHeight);

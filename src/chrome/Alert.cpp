@@ -17,7 +17,8 @@ Outcome<int> runAlert(const AlertSpec& spec) {
     box->setTextFormat(Qt::PlainText);
     box->setWindowModality(Qt::NonModal);
     for (const QString& title : spec.buttons)
-        box->addButton(title, title == spec.buttons.first() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+        box->addButton(title,
+                       title == spec.buttons.first() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
     const QList<QAbstractButton*> buttons = [&] {
         QList<QAbstractButton*> inOrder;
         for (const QString& title : spec.buttons)
