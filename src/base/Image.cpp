@@ -5,6 +5,7 @@
 #include "base/Shared.h"
 
 #include <condition_variable>
+#include <utility>
 #include <vector>
 
 namespace marrowfin {
@@ -30,6 +31,11 @@ struct Image::State {
     QByteArray png;
     std::vector<Settler<QByteArray>> waiting;
 
+    // True for the one caller who is to encode.
+    bool claim() {
+        const std::lock_guard hold(lock);
+        return !std::exchange(started, true);
+    }
     void encode() {
         QByteArray bytes = encodePng(pixels);
         std::vector<Settler<QByteArray>> toSettle;
@@ -68,14 +74,8 @@ QSizeF Image::size() const {
 }
 
 void Image::startEncoding() const {
-    if (!state)
+    if (!state || !state->claim())
         return;
-    {
-        const std::lock_guard hold(state->lock);
-        if (state->started)
-            return;
-        state->started = true;
-    }
     Shared<EncodingQueue>::instance().queue.async([state = state] { state->encode(); });
 }
 
@@ -95,7 +95,9 @@ Outcome<QByteArray> Image::encoded() const {
 QByteArray Image::png() const {
     if (!state)
         return {};
-    startEncoding();
+    // A thread that waits anyway does the work itself.
+    if (state->claim())
+        state->encode();
     std::unique_lock hold(state->lock);
     state->done.wait(hold, [this] { return state->finished; });
     return state->png;

@@ -12,7 +12,7 @@ QString rawValue(ImageFormat format) {
 }
 
 std::optional<ImageFormat> imageFormat(const QString& raw) {
-    for (const ImageFormat format : {ImageFormat::png, ImageFormat::jpeg})
+    for (const ImageFormat format : allImageFormats)
         if (rawValue(format) == raw)
             return format;
     return std::nullopt;

@@ -4,11 +4,15 @@
 #include "base/Image.h"
 
 #include <QString>
+#include <array>
 #include <optional>
 
 namespace marrowfin {
 
 enum class ImageFormat { png, jpeg };
+
+// In the order in which they are offered.
+inline constexpr std::array allImageFormats{ImageFormat::png, ImageFormat::jpeg};
 
 // "PNG", "JPEG": at once the stored form and the title on screen.
 QString rawValue(ImageFormat format);

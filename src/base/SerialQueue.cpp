@@ -2,6 +2,7 @@
 
 #include "base/Invariant.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -17,9 +18,11 @@ struct SerialQueue::Worker {
     std::condition_variable wake;
     std::deque<std::function<void()>> blocks;
     std::thread thread;
+    std::atomic<std::thread::id> id;
     bool finishing = false;
 
     void run() {
+        id = std::this_thread::get_id();
         // The kernel keeps 15 bytes of a thread's name; the last ones tell the queues apart.
         pthread_setname_np(pthread_self(), label.right(15).toLatin1().constData());
         std::unique_lock hold(lock);
@@ -64,7 +67,8 @@ SerialQueue::QualityOfService SerialQueue::quality() const {
 void SerialQueue::async(std::function<void()> block) {
     {
         const std::lock_guard hold(worker->lock);
-        MARROWFIN_INVARIANT(!worker->finishing);
+        // What is left in the queue may still ask for more; anybody else is using a dead queue.
+        MARROWFIN_INVARIANT(!worker->finishing || isCurrent());
         worker->blocks.push_back(std::move(block));
         if (!worker->thread.joinable())
             worker->thread = std::thread([w = worker] { w->run(); });
@@ -88,7 +92,7 @@ void SerialQueue::sync(const std::function<void()>& block) {
 }
 
 bool SerialQueue::isCurrent() const {
-    return worker->thread.get_id() == std::this_thread::get_id();
+    return worker->id == std::this_thread::get_id();
 }
 
 } // namespace marrowfin
