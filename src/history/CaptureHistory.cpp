@@ -1,0 +1,152 @@
+#include "history/CaptureHistory.h"
+
+#include "base/AtomicFile.h"
+#include "base/Clock.h"
+#include "base/Invariant.h"
+#include "base/Log.h"
+#include "base/Shared.h"
+#include "history/CaptureName.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+#include <fcntl.h>
+#include <limits>
+#include <sys/stat.h>
+#include <tuple>
+#include <vector>
+
+namespace marrowfin {
+
+namespace {
+
+constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
+constexpr qint64 distantPast = std::numeric_limits<qint64>::min();
+
+QString folderOfShared;
+
+struct Item {
+    qint64 date = distantPast;
+    QString uuid; // empty for a file that isn't of ours
+    QString path;
+};
+
+Item describe(const QFileInfo& file, const CaptureHistory::CreationDate& creationDate) {
+    Item item{distantPast, {}, file.filePath()};
+    const std::optional<CaptureName> name = parseCaptureName(file.fileName());
+    if (name)
+        item.uuid = name->uuid;
+    if (const std::optional<qint64> known = creationDate(item.path))
+        item.date = *known;
+    else if (name)
+        item.date = name->seconds * nanosecondsPerSecond;
+    return item;
+}
+
+bool isNewer(const Item& a, const Item& b) {
+    return std::tie(a.date, a.uuid, a.path) > std::tie(b.date, b.uuid, b.path);
+}
+
+void removeItem(const QString& path) {
+    // A folder that somebody put there counts as an item too; a link to one is only a link.
+    const QFileInfo info(path);
+    if (info.isDir() && !info.isSymLink())
+        QDir(path).removeRecursively();
+    else
+        QFile::remove(path);
+}
+
+} // namespace
+
+CaptureHistory& CaptureHistory::shared() {
+    return Shared<CaptureHistory>::instance();
+}
+void CaptureHistory::useFolder(const QString& path) {
+    folderOfShared = path;
+}
+
+CaptureHistory::CaptureHistory() : CaptureHistory(folderOfShared) {}
+
+CaptureHistory::CaptureHistory(QString path, CreationDate date)
+    : folder(std::move(path)), creationDate(std::move(date)) {
+    MARROWFIN_INVARIANT(!folder.isEmpty());
+    static_cast<void>(makePrivateFolder(folder));
+}
+
+std::optional<QString> CaptureHistory::save(const Image& image) {
+    std::optional<QString> path;
+    queue.sync([&] { path = write(image); });
+    return path;
+}
+
+Outcome<std::optional<QString>> CaptureHistory::saveAsync(const Image& image) {
+    auto [settler, outcome] = makeOutcome<std::optional<QString>>();
+    image.startEncoding();
+    queue.async([this, image, settler = settler] {
+        const std::optional<QString> path = write(image);
+        settler.settle(path);
+        if (path)
+            flushToDisk(*path); // nobody waits for this
+    });
+    return outcome;
+}
+
+QStringList CaptureHistory::list() const {
+    QStringList paths;
+    queue.sync([&] { paths = read(); });
+    return paths;
+}
+
+void CaptureHistory::clearAll() {
+    queue.sync([this] {
+        if (!QFileInfo(folder).isDir())
+            QFile::remove(folder);
+        else
+            QDir(folder).removeRecursively();
+        static_cast<void>(makePrivateFolder(folder));
+    });
+}
+
+std::optional<qint64> CaptureHistory::birthTime(const QString& path) {
+    struct statx found {};
+    const QByteArray name = QFile::encodeName(path);
+    if (::statx(AT_FDCWD, name.constData(), AT_SYMLINK_NOFOLLOW, STATX_BTIME, &found) != 0 ||
+        (found.stx_mask & STATX_BTIME) == 0)
+        return std::nullopt;
+    return found.stx_btime.tv_sec * nanosecondsPerSecond + found.stx_btime.tv_nsec;
+}
+
+std::optional<QString> CaptureHistory::write(const Image& image) const {
+    const QString path = folder + u'/' + makeCaptureName(Clock::now()).fileName();
+    const QByteArray bytes = image.png();
+    if (bytes.isEmpty())
+        return std::nullopt;
+    if (const Result<void> written = writeFileAtomically(path, bytes, FileAppears::OnceWritten); !written) {
+        printLine(QStringLiteral("Failed to save history: ") + written.error().message);
+        return std::nullopt;
+    }
+    trim();
+    return path;
+}
+
+QStringList CaptureHistory::read() const {
+    std::vector<Item> items;
+    // System: links to nowhere and the like are visible files too.
+    const auto visible = QDir::Files | QDir::Dirs | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo& file : QDir(folder).entryInfoList(visible, QDir::Unsorted))
+        items.push_back(describe(file, creationDate));
+    std::sort(items.begin(), items.end(), isNewer);
+    QStringList paths;
+    for (const Item& item : items)
+        paths << item.path;
+    return paths;
+}
+
+void CaptureHistory::trim() const {
+    const QStringList paths = read();
+    for (qsizetype index = maxHistoryItems; index < paths.size(); ++index)
+        removeItem(paths[index]);
+}
+
+} // namespace marrowfin
