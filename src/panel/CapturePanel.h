@@ -1,0 +1,40 @@
+// One card's window: it never takes the focus, stands above every other window on every workspace, and paints
+// its own shadow in a halo that lets clicks through. Owned by its controller's entry. Main thread.
+#pragma once
+
+#include "chrome/SurfaceAnimator.h"
+#include "panel/CapturePanelContentView.h"
+#include "platform/SurfaceHost.h"
+
+#include <memory>
+
+namespace marrowfin {
+
+class CapturePanel {
+public:
+    CapturePanel(const Image& image, PanelActions actions);
+    ~CapturePanel();
+    CapturePanel(const CapturePanel&) = delete;
+    CapturePanel& operator=(const CapturePanel&) = delete;
+
+    bool constructedOnMainThread() const { return builtOnMainThread; }
+    CapturePanelContentView& content() { return *view; }
+    const CapturePanelContentView& content() const { return *view; }
+    chrome::SurfaceAnimator& animator() { return *surfaceAnimator; }
+
+    // Of the window, as it is at this moment.
+    DesktopRect frame() const { return surfaceAnimator->frame(); }
+    bool isVisible() const { return surface->isVisible(); }
+    void orderFront();
+    void orderOut();
+    // The block runs when the window system takes the window away.
+    void whenClosed(std::function<void()> block);
+
+private:
+    bool builtOnMainThread;
+    std::unique_ptr<CapturePanelContentView> view;
+    std::unique_ptr<platform::Surface> surface;
+    std::unique_ptr<chrome::SurfaceAnimator> surfaceAnimator;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,83 @@
+// All cards: which screen a new one goes to, how a display's cards stack, when each leaves by itself. Owns
+// them. Points, DesktopRect. Main thread.
+#pragma once
+
+#include "chrome/Delay.h"
+#include "panel/CapturePanel.h"
+
+#include <QObject>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace marrowfin::platform {
+struct Screen;
+}
+
+namespace marrowfin {
+
+enum class Animated { No, Yes };
+
+class CapturePanelController : public QObject {
+    Q_OBJECT
+public:
+    using SaveHandler = std::function<void(const Image&)>;
+    using EditorOpener = std::function<void(const Image&)>;
+
+    struct Entry {
+        std::unique_ptr<CapturePanel> panel;
+        std::uint32_t displayID = 0;
+        SaveHandler onSave;
+        chrome::Delay dismissTimer;
+        bool isDragging = false;
+    };
+
+    static CapturePanelController& shared();
+    CapturePanelController();
+    ~CapturePanelController() override;
+
+    // Puts up a card on the pointer's screen; nothing when there is no screen.
+    void present(const Image& image, SaveHandler onSave);
+    // Every card that is up, oldest first, on all displays.
+    std::vector<CapturePanel*> panels() const;
+    // Nothing for a card that has left already.
+    Entry* entryFor(const CapturePanel* panel) const;
+    // Ignored for a card that has left already. The offset throws the card sideways; 0 lets it fade on the
+    // spot.
+    void dismiss(const CapturePanel* panel, Animated animated, double offset = 0);
+    void dismissAll(Animated animated);
+
+    // Who opens an image in an editor; until somebody does, a line on standard output says that nobody can.
+    void setEditorOpener(EditorOpener opener);
+    void openEditor(const Image& image);
+
+    void panelHoverChanged(bool entered, const CapturePanel* panel);
+    void panelDragBegan(const CapturePanel* panel);
+    void panelDragEnded(const CapturePanel* panel, Drop drop);
+
+private:
+    std::shared_ptr<Entry> makeEntry(const Image& image, std::uint32_t displayID, SaveHandler onSave);
+    PanelActions actionsFor(const std::weak_ptr<Entry>& entry, const Image& image);
+    std::shared_ptr<Entry> find(const CapturePanel* panel) const;
+    std::vector<std::shared_ptr<Entry>> entriesOf(std::uint32_t displayID) const;
+
+    void makeRoom(const platform::Screen& screen, double incomingHeight);
+    // The display's windows from the newest card upwards, each with its entry.
+    std::vector<std::pair<std::shared_ptr<Entry>, DesktopRect>> layoutFrames(const platform::Screen& screen);
+    void reflow(std::uint32_t displayID, Animated animated);
+    void dropDisplay(std::uint32_t displayID);
+    void screensChanged();
+
+    void startAutoClose(const std::shared_ptr<Entry>& entry);
+    void stopAutoClose(Entry& entry);
+    // Keeps a card that is out of the list until its window may be destroyed.
+    void bury(const std::shared_ptr<Entry>& entry);
+
+    std::vector<std::shared_ptr<Entry>> entries;
+    std::vector<std::shared_ptr<Entry>> leaving;
+    EditorOpener editorOpener;
+};
+
+} // namespace marrowfin
