@@ -7,14 +7,15 @@ namespace marrowfin::fake {
 using namespace platform;
 
 FakeSurface::FakeSurface(FakeSurfaceHost& owner, QWidget& hosted, const SurfaceSpec& asked)
-    : widget(&hosted), spec(asked), host(owner) {
+    : widget(&hosted), spec(asked), life(owner.life) {
     hosted.setWindowFlags(Qt::FramelessWindowHint | Qt::Tool);
     hosted.setAttribute(Qt::WA_ShowWithoutActivating, asked.keyboard == SurfaceKeyboard::None);
 }
 
 FakeSurface::~FakeSurface() {
     orderOut();
-    std::erase(host.surfaces, this);
+    if (host() != nullptr)
+        std::erase(host()->surfaces, this);
 }
 
 void FakeSurface::setFrame(const DesktopRect& frame) {
@@ -29,10 +30,13 @@ DesktopRect FakeSurface::frame() const {
 }
 
 void FakeSurface::orderFront() {
-    std::erase(host.order, this);
-    const auto above = std::find_if(host.order.begin(), host.order.end(),
+    if (host() == nullptr)
+        return;
+    std::vector<FakeSurface*>& order = host()->order;
+    std::erase(order, this);
+    const auto above = std::find_if(order.begin(), order.end(),
                                     [this](FakeSurface* other) { return other->spec.level > spec.level; });
-    host.order.insert(above, this);
+    order.insert(above, this);
     if (!widget)
         return;
     widget->show();
@@ -41,7 +45,8 @@ void FakeSurface::orderFront() {
 }
 
 void FakeSurface::orderOut() {
-    std::erase(host.order, this);
+    if (host() != nullptr)
+        std::erase(host()->order, this);
     if (widget)
         widget->hide();
 }
@@ -62,7 +67,7 @@ void FakeSurface::setOpacity(double value) {
 Outcome<void> FakeSurface::retire() {
     retired = true;
     orderOut();
-    return host.barrier();
+    return host() != nullptr ? host()->barrier() : settled<void>({});
 }
 
 std::unique_ptr<Surface> FakeSurfaceHost::host(QWidget& widget, const SurfaceSpec& spec) {

@@ -41,12 +41,15 @@ public:
     void takeAway() { Q_EMIT closed(); }
 
 private:
-    FakeSurfaceHost& host;
+    // Null once the played desktop is gone: a window on its way out may outlive it.
+    FakeSurfaceHost* host() const { return *life; }
+    std::shared_ptr<FakeSurfaceHost*> life;
     DesktopRect current;
 };
 
 class FakeSurfaceHost : public platform::SurfaceHost {
 public:
+    ~FakeSurfaceHost() override { *life = nullptr; }
     std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& spec) override;
     void adoptMenu(QMenu& menu) override;
     Outcome<void> transientsGone() override;
@@ -69,6 +72,7 @@ private:
     friend class FakeSurface;
     Outcome<void> barrier();
     std::vector<Settler<void>> held;
+    std::shared_ptr<FakeSurfaceHost*> life = std::make_shared<FakeSurfaceHost*>(this);
 };
 
 } // namespace marrowfin::fake
