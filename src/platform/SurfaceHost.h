@@ -57,6 +57,9 @@ public:
     // The opaque outline used when there is no compositor, in the widget's coordinates. Null: the whole
     // widget.
     virtual void setOutline(const QRegion& outline) = 0;
+    // False where nothing blends windows: then only the outline is seen, and what isn't painted opaque in it
+    // comes out black.
+    virtual bool isComposited() const { return true; }
     // 0 to 1, of the window as a whole.
     virtual void setOpacity(double opacity) = 0;
     // Takes the surface off the screen for good and settles when no pixel of it can be in a grab any more.
@@ -65,6 +68,8 @@ public:
 Q_SIGNALS:
     // The window system took the surface away, or its screen is gone.
     void closed();
+    // A compositor came or went.
+    void compositedChanged();
 };
 
 class SurfaceHost {

@@ -60,6 +60,9 @@ void FakeSurface::setInputRegion(const QRegion& region) {
 void FakeSurface::setOutline(const QRegion& region) {
     outline = region;
 }
+bool FakeSurface::isComposited() const {
+    return host.composited;
+}
 void FakeSurface::setOpacity(double value) {
     opacity = value;
 }
@@ -75,6 +78,12 @@ std::unique_ptr<Surface> FakeSurfaceHost::host(QWidget& widget, const SurfaceSpe
     auto surface = std::make_unique<FakeSurface>(*this, widget, spec);
     surfaces.push_back(surface.get());
     return surface;
+}
+
+void FakeSurfaceHost::setComposited(bool value) {
+    composited = value;
+    for (FakeSurface* surface : surfaces)
+        Q_EMIT surface->compositedChanged();
 }
 
 void FakeSurfaceHost::adoptMenu(QMenu&) {

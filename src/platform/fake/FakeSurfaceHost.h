@@ -25,6 +25,7 @@ public:
     bool isVisible() const override;
     void setInputRegion(const QRegion& region) override;
     void setOutline(const QRegion& outline) override;
+    bool isComposited() const override;
     void setOpacity(double opacity) override;
     Outcome<void> retire() override;
 
@@ -53,6 +54,10 @@ public:
     std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& spec) override;
     void adoptMenu(QMenu& menu) override;
     Outcome<void> transientsGone() override;
+
+    // Plays a compositor that goes, or comes back.
+    void setComposited(bool value);
+    bool composited = true;
 
     // Those alive, oldest first.
     std::vector<FakeSurface*> surfaces;
