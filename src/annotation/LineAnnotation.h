@@ -1,0 +1,16 @@
+// A straight line with round ends. Image points, y down.
+#pragma once
+
+#include "annotation/Ink.h"
+
+namespace marrowfin {
+
+struct LineAnnotation : SegmentInk {
+    // The box of the two ends, without the line's width.
+    QRectF boundingRect() const;
+    bool hitTest(const QPointF& point, double tolerance) const;
+
+    friend bool operator==(const LineAnnotation&, const LineAnnotation&) = default;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,20 @@
+// A numbered badge: white digits on a disc. Image points, y down.
+#pragma once
+
+#include "annotation/Ink.h"
+
+namespace marrowfin {
+
+struct NumberAnnotation : Ink {
+    QPointF center;
+    qint64 number = 0;
+    double radius = 16.0;
+
+    QRectF boundingRect() const;
+    bool hitTest(const QPointF& point, double tolerance) const;
+    void translate(double dx, double dy) { center += QPointF(dx, dy); }
+
+    friend bool operator==(const NumberAnnotation&, const NumberAnnotation&) = default;
+};
+
+} // namespace marrowfin

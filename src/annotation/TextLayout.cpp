@@ -1,0 +1,175 @@
+#include "annotation/TextLayout.h"
+
+#include "base/Geometry.h"
+
+#include <QPainter>
+#include <QTextLayout>
+#include <algorithm>
+#include <cmath>
+
+namespace marrowfin {
+
+namespace {
+
+// Wider than any line, within the layout engine's fixed-point range.
+constexpr double unlimitedWidth = 1 << 24;
+
+// Within a line only "\n" ends it. The other separators take a space's place, so that offsets stay.
+QString shownLine(QStringView line) {
+    QString shown = line.toString();
+    for (QChar& character : shown)
+        if (character == QChar::LineSeparator || character == QChar::ParagraphSeparator ||
+            character == QChar::CarriageReturn)
+            character = QChar::Space;
+    return shown;
+}
+
+QTextOption singleLine() {
+    // The left end of a line is at x 0 whichever way it reads, and spaces at its end count.
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+    option.setUseDesignMetrics(true);
+    return option;
+}
+
+std::unique_ptr<QTextLayout> makeLayout(QStringView line, const QFont& font) {
+    auto layout = std::make_unique<QTextLayout>(shownLine(line), font);
+    layout->setTextOption(singleLine());
+    layout->setCacheEnabled(true);
+    layout->beginLayout();
+    layout->createLine().setLineWidth(unlimitedWidth);
+    layout->endLayout();
+    return layout;
+}
+
+double widthOf(const QTextLayout& layout) {
+    return layout.lineAt(0).naturalTextWidth();
+}
+
+} // namespace
+
+struct TextLayout::Line {
+    int index = 0;
+    int start = 0; // of its first character
+    int length = 0;
+    std::unique_ptr<QTextLayout> layout; // none for an empty line
+    QTextLine shaped;                    // the layout's only line
+};
+
+TextLayout::TextLayout(const QString& text, double fontSize) : lineMetrics(textLineMetrics(fontSize)) {
+    const bool drawable = isTextSize(fontSize);
+    const QFont font = drawable ? textFont(fontSize) : QFont();
+    int start = 0;
+    for (const QStringView part : QStringView(text).split(u'\n')) {
+        Line line;
+        line.index = lineCount();
+        line.start = start;
+        line.length = static_cast<int>(part.size());
+        if (drawable && !part.isEmpty()) {
+            line.layout = makeLayout(part, font);
+            line.shaped = line.layout->lineAt(0);
+        }
+        lines.push_back(std::move(line));
+        start += static_cast<int>(part.size()) + 1;
+    }
+}
+
+TextLayout::~TextLayout() = default;
+TextLayout::TextLayout(TextLayout&&) noexcept = default;
+TextLayout& TextLayout::operator=(TextLayout&&) noexcept = default;
+
+int TextLayout::lineCount() const {
+    return static_cast<int>(lines.size());
+}
+
+QRectF TextLayout::rect() const {
+    double width = 0;
+    for (const Line& line : lines)
+        if (line.layout)
+            width = std::max(width, widthOf(*line.layout));
+    return {0, -lineMetrics.baseline, width, lineMetrics.height * lineCount()};
+}
+
+void TextLayout::draw(QPainter& painter, const QPointF& baseline, const QColor& color) const {
+    painter.save();
+    painter.setPen(color);
+    const QRectF clip = painter.hasClipping() ? painter.clipBoundingRect() : QRectF();
+    for (const Line& line : lines) {
+        if (!line.layout)
+            continue;
+        const double y = baseline.y() + lineMetrics.height * line.index;
+        // Glyphs of other scripts and accents may rise above and fall below their line.
+        const double reach = 2 * lineMetrics.height;
+        if (!clip.isNull() && (y + reach < clip.top() || y - reach > clip.bottom()))
+            continue;
+        // The layout places a line by its top, which glyphs of other fonts push up; the baseline counts here.
+        line.layout->draw(&painter, {baseline.x(), y - line.shaped.ascent()});
+    }
+    painter.restore();
+}
+
+double TextLayout::topOf(const Line& line) const {
+    return lineMetrics.height * line.index - lineMetrics.baseline;
+}
+
+const TextLayout::Line& TextLayout::lineOf(int position) const {
+    const auto after = std::upper_bound(lines.begin(), lines.end(), position,
+                                        [](int wanted, const Line& line) { return wanted < line.start; });
+    return after == lines.begin() ? lines.front() : *std::prev(after);
+}
+
+QRectF TextLayout::caretRect(int position) const {
+    const Line& line = lineOf(position);
+    const int within = std::clamp(position - line.start, 0, line.length);
+    const double x = line.layout ? line.shaped.cursorToX(within) : 0;
+    return {x, topOf(line), 0, lineMetrics.height};
+}
+
+int TextLayout::positionAt(const QPointF& point) const {
+    const double row = (point.y() + lineMetrics.baseline) / lineMetrics.height;
+    const int index = std::isnan(row) ? 0 : static_cast<int>(std::clamp(row, 0.0, lineCount() - 1.0));
+    const Line& line = lines[static_cast<size_t>(index)];
+    return line.start + (line.layout ? line.shaped.xToCursor(point.x()) : 0);
+}
+
+QList<QRectF> TextLayout::rangeRects(int from, int to) const {
+    QList<QRectF> rects;
+    for (const Line& line : lines) {
+        const int first = std::max(from - line.start, 0);
+        const int last = std::min(to - line.start, line.length);
+        if (!line.layout || first >= last)
+            continue;
+        // A range may be in several pieces where the reading direction changes.
+        for (const QGlyphRun& run : line.shaped.glyphRuns(first, last - first)) {
+            const QRectF ink = run.boundingRect();
+            rects.append({ink.x(), topOf(line), ink.width(), lineMetrics.height});
+        }
+    }
+    return rects;
+}
+
+int TextLayout::positionBefore(int position) const {
+    const Line& line = lineOf(position);
+    if (position <= line.start)
+        return std::max(line.start - 1, 0);
+    return line.layout ? line.start + line.layout->previousCursorPosition(position - line.start) : line.start;
+}
+
+int TextLayout::positionAfter(int position) const {
+    const Line& line = lineOf(position);
+    const int end = line.start + line.length;
+    if (position >= end)
+        return line.index + 1 < lineCount() ? end + 1 : end;
+    return line.start + line.layout->nextCursorPosition(position - line.start);
+}
+
+double textWidth(const QString& text, double fontSize) {
+    return TextLayout(text, fontSize).rect().width();
+}
+
+int textLineCount(const QString& text) {
+    return static_cast<int>(text.count(u'\n')) + 1;
+}
+
+} // namespace marrowfin
