@@ -61,7 +61,7 @@ void FakeSurface::setOutline(const QRegion& region) {
     outline = region;
 }
 bool FakeSurface::isComposited() const {
-    return host.composited;
+    return host() != nullptr && host()->composited;
 }
 void FakeSurface::setOpacity(double value) {
     opacity = value;
