@@ -1,0 +1,209 @@
+#include "base/PngRows.h"
+
+#include <QColorSpace>
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <utility>
+
+namespace marrowfin {
+
+namespace {
+
+enum Filter : std::uint8_t { None = 0, Up = 2, Average = 3 };
+
+constexpr QRgb alphaMask = 0xff000000U;
+
+bool isOpaque(const QImage& picture) {
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        QRgb all = alphaMask;
+        for (int x = 0; x < picture.width(); ++x)
+            all &= row[x];
+        if (all != alphaMask)
+            return false;
+    }
+    return true;
+}
+
+// Red, green, blue in the three low bytes of a little-endian word.
+std::uint32_t fileOrder(QRgb pixel) {
+    return __builtin_bswap32(pixel) >> 8;
+}
+
+void toRgb(const QRgb* from, int width, std::uint8_t* to) {
+    static_assert(std::endian::native == std::endian::little);
+    int x = 0;
+    for (; x + 4 <= width; x += 4, to += 12) {
+        const std::uint32_t a = fileOrder(from[x]);
+        const std::uint32_t b = fileOrder(from[x + 1]);
+        const std::uint32_t c = fileOrder(from[x + 2]);
+        const std::uint32_t d = fileOrder(from[x + 3]);
+        const std::uint32_t words[] = {a | b << 24, b >> 8 | c << 16, c >> 16 | d << 8};
+        std::memcpy(to, words, sizeof words);
+    }
+    for (; x < width; ++x, to += 3) {
+        to[0] = static_cast<std::uint8_t>(qRed(from[x]));
+        to[1] = static_cast<std::uint8_t>(qGreen(from[x]));
+        to[2] = static_cast<std::uint8_t>(qBlue(from[x]));
+    }
+}
+
+void toRgba(const QRgb* from, int width, std::uint8_t* to) {
+    for (int x = 0; x < width; ++x, to += 4) {
+        const std::uint32_t word = fileOrder(from[x]) | (from[x] & alphaMask);
+        std::memcpy(to, &word, sizeof word);
+    }
+}
+
+void filterUp(const std::uint8_t* row, const std::uint8_t* above, std::size_t size, std::uint8_t* to) {
+    for (std::size_t i = 0; i < size; ++i)
+        to[i] = static_cast<std::uint8_t>(row[i] - above[i]);
+}
+
+void filterAverage(const std::uint8_t* row, const std::uint8_t* above, std::size_t pixel, std::size_t size,
+                   std::uint8_t* to) {
+    for (std::size_t i = 0; i < pixel; ++i)
+        to[i] = static_cast<std::uint8_t>(row[i] - above[i] / 2);
+    for (std::size_t i = pixel; i < size; ++i)
+        to[i] = static_cast<std::uint8_t>(row[i] - (row[i - pixel] + above[i]) / 2);
+}
+
+// A pixel of one to four bytes as a number. Reads four bytes, whatever the pixel has.
+template <std::size_t Pixel>
+std::uint32_t load(const std::uint8_t* at) {
+    std::uint32_t word = 0;
+    std::memcpy(&word, at, sizeof word);
+    return word & (0xffffffffU >> (32 - 8 * Pixel));
+}
+
+template <std::size_t Pixel>
+bool areNear(const std::uint8_t* a, const std::uint8_t* b) {
+    constexpr int nearness = 12;
+    for (std::size_t i = 0; i < Pixel; ++i)
+        if (std::abs(a[i] - b[i]) > nearness)
+            return false;
+    return true;
+}
+
+// Windows compress best as they are: their pixels repeat exactly. Photographs don't repeat, but each pixel is
+// near the one above, and the differences are small numbers. So a few pixels of the row are asked which they
+// are like.
+template <std::size_t Pixel>
+Filter filterFor(const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
+    constexpr std::size_t step = 7 * Pixel; // odd, so that no pattern of the screen keeps pace with it
+    int asked = 0;
+    int grainy = 0;
+    int sharp = 0;
+    for (std::size_t i = Pixel; i + Pixel <= size; i += step, ++asked) {
+        const std::uint32_t here = load<Pixel>(row + i);
+        if (here == load<Pixel>(row + i - Pixel) || here == load<Pixel>(above + i))
+            continue;
+        ++(areNear<Pixel>(row + i, above + i) ? grainy : sharp);
+    }
+    if (grainy <= 2 * sharp || grainy * 32 <= asked)
+        return None;
+    return grainy * 4 > asked * 3 ? Average : Up;
+}
+
+Filter filterFor(PngChannels channels, const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
+    switch (channels) {
+    case PngChannels::Gray:
+        return filterFor<1>(row, above, size);
+    case PngChannels::Rgb:
+        return filterFor<3>(row, above, size);
+    case PngChannels::Rgba:
+        return filterFor<4>(row, above, size);
+    }
+    return None;
+}
+
+constexpr std::size_t slack = 3; // what load() reads beyond the last pixel
+
+} // namespace
+
+QImage readableForPng(const QImage& pixels) {
+    switch (pixels.format()) {
+    case QImage::Format_RGB32:
+    case QImage::Format_ARGB32:
+    case QImage::Format_ARGB32_Premultiplied:
+        return pixels;
+    case QImage::Format_Grayscale8:
+        // A colour profile of red, green and blue says nothing about a file of greys.
+        if (!pixels.colorSpace().isValid() || pixels.colorSpace() == QColorSpace(QColorSpace::SRgb))
+            return pixels;
+        return pixels.convertToFormat(QImage::Format_RGB32);
+    default:
+        return pixels.convertToFormat(pixels.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                               : QImage::Format_RGB32);
+    }
+}
+
+PngChannels channelsFor(const QImage& readable) {
+    if (readable.format() == QImage::Format_Grayscale8)
+        return PngChannels::Gray;
+    if (readable.format() == QImage::Format_RGB32 || isOpaque(readable))
+        return PngChannels::Rgb;
+    return PngChannels::Rgba;
+}
+
+PngRows::PngRows(const QImage& readable, PngChannels channels)
+    : picture(readable), channels(channels),
+      rowBytes(static_cast<std::size_t>(readable.width()) * static_cast<std::size_t>(channels)),
+      unfiltered{std::vector<std::uint8_t>(rowBytes + slack), std::vector<std::uint8_t>(rowBytes + slack)} {}
+
+std::span<const std::uint8_t> PngRows::rows(int first, int last) {
+    const std::size_t size = bytesPerRow() * static_cast<std::size_t>(last - first);
+    if (filtered.size() < size + slack)
+        filtered.resize(size + slack);
+    std::uint8_t* above = unfiltered[0].data();
+    if (first > 0)
+        convert(first - 1, above);
+    else
+        std::fill_n(above, rowBytes, std::uint8_t{0});
+    std::uint8_t* to = filtered.data();
+    for (int y = first; y < last; ++y) {
+        convert(y, to + 1);
+        above = filter(to, above);
+        to += bytesPerRow();
+    }
+    return {filtered.data(), size};
+}
+
+// The row lies behind its filter byte. Gives the place where it is still as it was.
+std::uint8_t* PngRows::filter(std::uint8_t* at, const std::uint8_t* above) {
+    std::uint8_t* row = at + 1;
+    const Filter chosen = filterFor(channels, row, above, rowBytes);
+    *at = chosen;
+    if (chosen == None)
+        return row;
+    std::uint8_t* kept = (above == unfiltered[0].data() ? unfiltered[1] : unfiltered[0]).data();
+    std::memcpy(kept, row, rowBytes);
+    if (chosen == Up)
+        filterUp(kept, above, rowBytes, row);
+    else
+        filterAverage(kept, above, static_cast<std::size_t>(channels), rowBytes, row);
+    return kept;
+}
+
+void PngRows::convert(int y, std::uint8_t* into) const {
+    const int width = picture.width();
+    if (channels == PngChannels::Gray) {
+        std::memcpy(into, picture.constScanLine(y), rowBytes);
+        return;
+    }
+    if (channels == PngChannels::Rgb)
+        return toRgb(reinterpret_cast<const QRgb*>(picture.constScanLine(y)), width, into);
+    if (picture.format() == QImage::Format_ARGB32)
+        return toRgba(reinterpret_cast<const QRgb*>(picture.constScanLine(y)), width, into);
+    // The toolkit's own conversion, row by row, so that any reader sees the very colours that the toolkit
+    // would write.
+    const QImage row = picture.copy(0, y, width, 1).convertToFormat(QImage::Format_ARGB32);
+    if (row.isNull())
+        throw std::bad_alloc();
+    toRgba(reinterpret_cast<const QRgb*>(row.constScanLine(0)), width, into);
+}
+
+} // namespace marrowfin
