@@ -1,10 +1,10 @@
 #include "base/SystemFonts.h"
 
+#include "base/Geometry.h"
 #include "base/Log.h"
 
 #include <QFontDatabase>
-#include <QFontInfo>
-#include <cmath>
+#include <algorithm>
 #include <optional>
 
 namespace marrowfin {
@@ -16,6 +16,9 @@ struct Families {
     QString mono;
 };
 std::optional<Families> families;
+
+// The usual units of a face divide evenly here, so that advances stay whole in the layout's 1/64 of a pixel.
+constexpr int exactReference = 128;
 
 QString familyOr(const QString& wanted, QFontDatabase::SystemFont fallback) {
     if (QFontDatabase::hasFamily(wanted))
@@ -32,32 +35,43 @@ const Families& chosenFamilies() {
     return *families;
 }
 
-QFont makeFont(const QString& family, double size, QFont::Weight weight) {
+QFont makeFont(const QString& family, int pixels, QFont::Weight weight) {
     QFont font(family);
-    // A whole pixel size is set as pixels. QFont knows no fractional pixel size, and its point size goes
-    // through the screen's DPI, which the program pins to 96 at start; 72 points are 96 pixels then.
-    if (size == std::floor(size))
-        font.setPixelSize(static_cast<int>(size));
-    else
-        font.setPointSizeF(size * 72.0 / 96.0);
+    font.setPixelSize(pixels);
     font.setWeight(weight);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::PreferAntialias);
     return font;
 }
 
+int wholePixels(double size) {
+    return std::clamp(roundedToInt(size), 1, 4096);
+}
+
+ExactFont makeExact(const QString& family, double size, QFont::Weight weight) {
+    return {makeFont(family, exactReference, weight), size / exactReference};
+}
+
 } // namespace
 
 QFont systemFont(double size, QFont::Weight weight) {
-    return makeFont(chosenFamilies().sans, size, weight);
+    return makeFont(chosenFamilies().sans, wholePixels(size), weight);
 }
 
 QFont monospacedSystemFont(double size, QFont::Weight weight) {
-    return makeFont(chosenFamilies().mono, size, weight);
+    return makeFont(chosenFamilies().mono, wholePixels(size), weight);
 }
 
 QFont monospacedDigitSystemFont(double size, QFont::Weight weight) {
-    return makeFont(chosenFamilies().mono, size, weight);
+    return makeFont(chosenFamilies().mono, wholePixels(size), weight);
+}
+
+ExactFont exactSystemFont(double size, QFont::Weight weight) {
+    return makeExact(chosenFamilies().sans, size, weight);
+}
+
+ExactFont exactMonospacedSystemFont(double size, QFont::Weight weight) {
+    return makeExact(chosenFamilies().mono, size, weight);
 }
 
 } // namespace marrowfin

@@ -7,11 +7,22 @@
 
 namespace marrowfin {
 
-// Inter, or the desktop's own sans-serif where Inter isn't installed (one log line says so).
+// For widgets, at the nearest whole pixel: the toolkit's font engine cuts fractions off. Inter, or the
+// desktop's own sans-serif where Inter isn't installed (one log line says so).
 QFont systemFont(double size, QFont::Weight weight = QFont::Normal);
 // JetBrains Mono, or the desktop's own fixed-width font likewise.
 QFont monospacedSystemFont(double size, QFont::Weight weight = QFont::Normal);
 // Digits of equal width, for counters and sizes.
 QFont monospacedDigitSystemFont(double size, QFont::Weight weight = QFont::Normal);
+
+// The same faces at exactly the size asked for. Text is laid out in `font`, which is large, and everything
+// that comes of it is multiplied by `scale`: measures by hand, painting by scaling the painter. Glyphs are
+// rendered at the size they get, so nothing blurs.
+struct ExactFont {
+    QFont font;
+    double scale = 1;
+};
+ExactFont exactSystemFont(double size, QFont::Weight weight = QFont::Normal);
+ExactFont exactMonospacedSystemFont(double size, QFont::Weight weight = QFont::Normal);
 
 } // namespace marrowfin
