@@ -1,54 +1,44 @@
 #include "annotation/FontMetrics.h"
 
 #include "base/Shared.h"
-#include "base/SystemFonts.h"
 
 #include <QFontMetricsF>
-#include <QHash>
 
 namespace marrowfin {
 
 namespace {
 
 constexpr double largestTextSize = 4096;
-// Sizes come from a style bar, so there are few; the bound is for documents made to be awkward.
-constexpr qsizetype rememberedSizes = 256;
 
-struct KnownMetrics {
-    QHash<double, LineMetrics> bySize;
+// Measured once: a press on the canvas asks for the metrics of each text there is.
+struct MetricsPerPoint {
+    LineMetrics metrics{defaultLineHeightForFont(textFont(1)), defaultBaselineOffsetForFont(textFont(1))};
 };
 
 } // namespace
 
-double defaultLineHeightForFont(const QFont& font) {
-    const QFontMetricsF metrics(font);
-    return metrics.ascent() + metrics.descent() + metrics.leading();
+double defaultLineHeightForFont(const ExactFont& font) {
+    const QFontMetricsF metrics(font.font);
+    return (metrics.ascent() + metrics.descent() + metrics.leading()) * font.scale;
 }
 
-double defaultBaselineOffsetForFont(const QFont& font) {
-    return QFontMetricsF(font).ascent();
+double defaultBaselineOffsetForFont(const ExactFont& font) {
+    return QFontMetricsF(font.font).ascent() * font.scale;
+}
+
+ExactFont textFont(double fontSize) {
+    return exactSystemFont(fontSize, QFont::Medium);
+}
+
+bool isTextSize(double fontSize) {
+    return fontSize > 0 && fontSize <= largestTextSize;
 }
 
 LineMetrics textLineMetrics(double fontSize) {
     if (!isTextSize(fontSize))
         return {};
-    QHash<double, LineMetrics>& known = Shared<KnownMetrics>::instance().bySize;
-    if (const auto found = known.constFind(fontSize); found != known.constEnd())
-        return *found;
-    if (known.size() >= rememberedSizes)
-        known.clear();
-    const QFont font = textFont(fontSize);
-    const LineMetrics metrics{defaultLineHeightForFont(font), defaultBaselineOffsetForFont(font)};
-    known.insert(fontSize, metrics);
-    return metrics;
-}
-
-QFont textFont(double fontSize) {
-    return systemFont(fontSize, QFont::Medium);
-}
-
-bool isTextSize(double fontSize) {
-    return fontSize > 0 && fontSize <= largestTextSize;
+    const LineMetrics& perPoint = Shared<MetricsPerPoint>::instance().metrics;
+    return {perPoint.height * fontSize, perPoint.baseline * fontSize};
 }
 
 } // namespace marrowfin

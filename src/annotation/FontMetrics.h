@@ -2,26 +2,25 @@
 // where its ink will be. In the unit of the font's size. GUI thread.
 #pragma once
 
-#include <QFont>
+#include "base/SystemFonts.h"
 
 namespace marrowfin {
 
 // From one baseline to the next.
-double defaultLineHeightForFont(const QFont& font);
+double defaultLineHeightForFont(const ExactFont& font);
 // From the top of a line to its baseline.
-double defaultBaselineOffsetForFont(const QFont& font);
+double defaultBaselineOffsetForFont(const ExactFont& font);
+
+// The text tool's font at this size.
+ExactFont textFont(double fontSize);
+// A text of another size is refused: it has no extent and paints nothing.
+bool isTextSize(double fontSize);
 
 struct LineMetrics {
     double height = 0;
     double baseline = 0;
 };
-// The metrics of the text tool's font at this size. Remembered by size: hit tests ask for each text there is.
-// Zero for a size that no text can have (isTextSize).
+// The metrics of textFont at this size; both grow with the size alone. Zero for a size that is refused.
 LineMetrics textLineMetrics(double fontSize);
-
-// The text tool's font at this size.
-QFont textFont(double fontSize);
-// Sizes beyond these are refused: such a text has no size and paints nothing.
-bool isTextSize(double fontSize);
 
 } // namespace marrowfin

@@ -1,11 +1,14 @@
 #include "annotation/TextLayout.h"
 
+#include "annotation/DeviceSpace.h"
 #include "base/Geometry.h"
 
+#include <QGlyphRun>
 #include <QPainter>
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace marrowfin {
 
@@ -14,7 +17,7 @@ namespace {
 // Wider than any line, within the layout engine's fixed-point range.
 constexpr double unlimitedWidth = 1 << 24;
 
-// Within a line only "\n" ends it. The other separators take a space's place, so that offsets stay.
+// Within a line only "\n" ends it. The other separators take a space's place, so that positions stay.
 QString shownLine(QStringView line) {
     QString shown = line.toString();
     for (QChar& character : shown)
@@ -36,15 +39,10 @@ QTextOption singleLine() {
 std::unique_ptr<QTextLayout> makeLayout(QStringView line, const QFont& font) {
     auto layout = std::make_unique<QTextLayout>(shownLine(line), font);
     layout->setTextOption(singleLine());
-    layout->setCacheEnabled(true);
     layout->beginLayout();
     layout->createLine().setLineWidth(unlimitedWidth);
     layout->endLayout();
     return layout;
-}
-
-double widthOf(const QTextLayout& layout) {
-    return layout.lineAt(0).naturalTextWidth();
 }
 
 } // namespace
@@ -59,19 +57,19 @@ struct TextLayout::Line {
 
 TextLayout::TextLayout(const QString& text, double fontSize) : lineMetrics(textLineMetrics(fontSize)) {
     const bool drawable = isTextSize(fontSize);
-    const QFont font = drawable ? textFont(fontSize) : QFont();
+    const ExactFont font = drawable ? textFont(fontSize) : ExactFont();
+    scale = font.scale;
     int start = 0;
     for (const QStringView part : QStringView(text).split(u'\n')) {
-        Line line;
-        line.index = lineCount();
+        Line& line = lines.emplace_back();
+        line.index = lineCount() - 1;
         line.start = start;
         line.length = static_cast<int>(part.size());
         if (drawable && !part.isEmpty()) {
-            line.layout = makeLayout(part, font);
+            line.layout = makeLayout(part, font.font);
             line.shaped = line.layout->lineAt(0);
         }
-        lines.push_back(std::move(line));
-        start += static_cast<int>(part.size()) + 1;
+        start += line.length + 1;
     }
 }
 
@@ -87,24 +85,26 @@ QRectF TextLayout::rect() const {
     double width = 0;
     for (const Line& line : lines)
         if (line.layout)
-            width = std::max(width, widthOf(*line.layout));
-    return {0, -lineMetrics.baseline, width, lineMetrics.height * lineCount()};
+            width = std::max(width, line.shaped.horizontalAdvance());
+    return {0, -lineMetrics.baseline, width * scale, lineMetrics.height * lineCount()};
 }
 
 void TextLayout::draw(QPainter& painter, const QPointF& baseline, const QColor& color) const {
+    if (!isPaintable(QRectF(baseline, QSizeF(0, 0))))
+        return;
     painter.save();
     painter.setPen(color);
-    const QRectF clip = painter.hasClipping() ? painter.clipBoundingRect() : QRectF();
+    painter.translate(baseline);
+    painter.scale(scale, scale);
+    const QRectF visible = paintableRect(painter);
+    const double lineHeight = lineMetrics.height / scale;
     for (const Line& line : lines) {
-        if (!line.layout)
-            continue;
-        const double y = baseline.y() + lineMetrics.height * line.index;
-        // Glyphs of other scripts and accents may rise above and fall below their line.
-        const double reach = 2 * lineMetrics.height;
-        if (!clip.isNull() && (y + reach < clip.top() || y - reach > clip.bottom()))
+        const double y = lineHeight * line.index;
+        // Accents and glyphs of other scripts may leave their line's box, hardly by more than a line.
+        if (!line.layout || y + 2 * lineHeight < minY(visible) || y - 2 * lineHeight > maxY(visible))
             continue;
         // The layout places a line by its top, which glyphs of other fonts push up; the baseline counts here.
-        line.layout->draw(&painter, {baseline.x(), y - line.shaped.ascent()});
+        line.layout->draw(&painter, {0, y - line.shaped.ascent()});
     }
     painter.restore();
 }
@@ -122,7 +122,7 @@ const TextLayout::Line& TextLayout::lineOf(int position) const {
 QRectF TextLayout::caretRect(int position) const {
     const Line& line = lineOf(position);
     const int within = std::clamp(position - line.start, 0, line.length);
-    const double x = line.layout ? line.shaped.cursorToX(within) : 0;
+    const double x = line.layout ? line.shaped.cursorToX(within) * scale : 0;
     return {x, topOf(line), 0, lineMetrics.height};
 }
 
@@ -130,7 +130,7 @@ int TextLayout::positionAt(const QPointF& point) const {
     const double row = (point.y() + lineMetrics.baseline) / lineMetrics.height;
     const int index = std::isnan(row) ? 0 : static_cast<int>(std::clamp(row, 0.0, lineCount() - 1.0));
     const Line& line = lines[static_cast<size_t>(index)];
-    return line.start + (line.layout ? line.shaped.xToCursor(point.x()) : 0);
+    return line.start + (line.layout ? line.shaped.xToCursor(point.x() / scale) : 0);
 }
 
 QList<QRectF> TextLayout::rangeRects(int from, int to) const {
@@ -140,10 +140,20 @@ QList<QRectF> TextLayout::rangeRects(int from, int to) const {
         const int last = std::min(to - line.start, line.length);
         if (!line.layout || first >= last)
             continue;
-        // A range may be in several pieces where the reading direction changes.
-        for (const QGlyphRun& run : line.shaped.glyphRuns(first, last - first)) {
-            const QRectF ink = run.boundingRect();
-            rects.append({ink.x(), topOf(line), ink.width(), lineMetrics.height});
+        // Character by character, joined where they touch: a range is in pieces where the direction of
+        // reading changes.
+        for (int at = first; at < last;) {
+            const int next = std::min(line.layout->nextCursorPosition(at), last);
+            const double a = line.shaped.cursorToX(at) * scale;
+            const double b = line.shaped.cursorToX(next) * scale;
+            const QRectF cell(std::min(a, b), topOf(line), std::abs(b - a), lineMetrics.height);
+            const bool joins = !rects.isEmpty() && rects.last().top() == cell.top() &&
+                               (maxX(rects.last()) == cell.left() || rects.last().left() == maxX(cell));
+            if (joins)
+                rects.last() = unionOf(rects.last(), cell);
+            else
+                rects.append(cell);
+            at = next;
         }
     }
     return rects;
@@ -161,11 +171,7 @@ int TextLayout::positionAfter(int position) const {
     const int end = line.start + line.length;
     if (position >= end)
         return line.index + 1 < lineCount() ? end + 1 : end;
-    return line.start + line.layout->nextCursorPosition(position - line.start);
-}
-
-double textWidth(const QString& text, double fontSize) {
-    return TextLayout(text, fontSize).rect().width();
+    return line.layout ? line.start + line.layout->nextCursorPosition(position - line.start) : end;
 }
 
 int textLineCount(const QString& text) {

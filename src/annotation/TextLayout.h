@@ -10,11 +10,9 @@
 #include <QPointF>
 #include <QRectF>
 #include <QString>
-#include <memory>
 #include <vector>
 
 class QPainter;
-class QTextLayout;
 
 namespace marrowfin {
 
@@ -50,11 +48,10 @@ private:
     double topOf(const Line& line) const;
 
     LineMetrics lineMetrics;
+    double scale = 0;        // of what the lines are laid out in
     std::vector<Line> lines; // never empty
 };
 
-// The width of the widest line alone.
-double textWidth(const QString& text, double fontSize);
 // How many lines the text has; an empty text has one.
 int textLineCount(const QString& text);
 
