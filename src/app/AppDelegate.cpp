@@ -1,0 +1,103 @@
+#include "app/AppDelegate.h"
+
+#include "app/AutomaticSave.h"
+#include "app/ShortcutManager.h"
+#include "app/StatusIcon.h"
+#include "base/Invariant.h"
+#include "base/Log.h"
+#include "base/SystemColors.h"
+#include "capture/ScreenCaptureManager.h"
+#include "history/CaptureHistory.h"
+#include "panel/CapturePanelController.h"
+#include "platform/Pasteboard.h"
+#include "platform/ScreenAccess.h"
+#include "platform/Services.h"
+#include "settings/SettingsStore.h"
+
+#include <QPointer>
+
+namespace marrowfin {
+
+using namespace platform;
+
+AppDelegate::AppDelegate() = default;
+AppDelegate::~AppDelegate() = default;
+
+QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
+    const QPointer<AppDelegate> self = this;
+    statusItem = services().statusBar.makeItem();
+    MARROWFIN_INVARIANT(statusItem != nullptr);
+    manager = std::make_unique<ScreenCaptureManager>();
+    controller = std::make_unique<StatusBarController>(*statusItem, *manager, absentFeatures());
+    CapturePanelController::shared().setEditorOpener(
+        [this](const Image& image) { controller->features().editor->open(image); });
+    makeStatusItem();
+    shortcuts = std::make_unique<ShortcutManager>(*manager);
+    co_await shortcuts->registerHotKeys();
+    // While the alert is up the free hot keys work; what they capture waits here for the subscription below.
+    co_await shortcuts->reportFailures();
+    if (!self)
+        co_return;
+    // The answer is tested for real before each capture.
+    services().screenAccess.request();
+    manager->observeCapturedImage(this, [this](const std::optional<Image>& image) { receive(image); });
+    Q_EMIT launched();
+}
+
+void AppDelegate::makeStatusItem() {
+    if (!statusItem->hasButton())
+        return;
+    statusItem->setIcon([](int pixels, bool darkTray) {
+        return statusIcon(
+            pixels, systemColor(SystemColor::controlText, darkTray ? ColorScheme::Dark : ColorScheme::Light));
+    });
+    statusItem->setToolTip(QStringLiteral("Marrowfin"));
+    statusItem->setAction([this](StatusItemButton) { controller->showMenu(); });
+}
+
+void AppDelegate::receive(const std::optional<Image>& image) {
+    if (!image)
+        return;
+    waiting.push_back(*image);
+    if (!draining)
+        drainCaptures();
+}
+
+QCoro::Task<> AppDelegate::drainCaptures() {
+    const QPointer<AppDelegate> self = this;
+    draining = true;
+    while (!waiting.empty()) {
+        const Image image = waiting.front();
+        waiting.pop_front();
+        // One encoding serves the history file, the clipboard and drag-out; it began when the frame arrived.
+        co_await image.encoded();
+        co_await CaptureHistory::shared().saveAsync(image);
+        if (!self)
+            co_return;
+        co_await routeCapture(image);
+        if (!self)
+            co_return;
+        Q_EMIT captureRouted();
+    }
+    draining = false;
+}
+
+QCoro::Task<> AppDelegate::routeCapture(Image image) {
+    services().pasteboard.clearContents();
+    const Result<void> written = co_await services().pasteboard.writeImage(image);
+    if (!written)
+        logLine(QStringLiteral("[Marrowfin] clipboard: ") + written.error().message);
+    const PostCaptureAction action = SettingsStore::shared().postCaptureAction();
+    if (action == PostCaptureAction::copyToClipboard)
+        co_return;
+    if (action == PostCaptureAction::saveToFile)
+        co_await saveCaptureToFile(image);
+    CapturePanelController::shared().present(image, [](const Image& saved) { saveCaptureToFile(saved); });
+}
+
+void AppDelegate::applicationWillTerminate() {
+    if (shortcuts)
+        shortcuts->unregister();
+}
+
+} // namespace marrowfin

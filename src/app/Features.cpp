@@ -1,0 +1,72 @@
+#include "app/Features.h"
+
+#include "base/Log.h"
+
+namespace marrowfin {
+
+namespace {
+
+void sayAbsent(const QString& what) {
+    printLine(QStringLiteral("%1 isn't built yet.").arg(what));
+}
+
+class AbsentRecorder : public RecorderFeature {
+public:
+    RecorderState state() const override { return RecorderState::idle; }
+    QString formattedDuration() const override { return {}; }
+    QCoro::Task<> toggle() override {
+        sayAbsent(QStringLiteral("Screen recording"));
+        co_return;
+    }
+};
+
+class AbsentScrolling : public ScrollingFeature {
+public:
+    QCoro::Task<std::optional<Image>> run() override {
+        sayAbsent(QStringLiteral("Scrolling capture"));
+        co_return std::nullopt;
+    }
+};
+
+class AbsentTextCapture : public TextCaptureFeature {
+public:
+    QCoro::Task<> start() override {
+        sayAbsent(QStringLiteral("Text capture"));
+        co_return;
+    }
+};
+
+class AbsentWindow : public WindowFeature {
+public:
+    explicit AbsentWindow(QString name) : what(std::move(name)) {}
+    void show() override { sayAbsent(what); }
+
+private:
+    QString what;
+};
+
+class AbsentImageFeature : public ImageFeature {
+public:
+    explicit AbsentImageFeature(QString name) : what(std::move(name)) {}
+    void open(const Image&) override { sayAbsent(what); }
+
+private:
+    QString what;
+};
+
+} // namespace
+
+Features absentFeatures() {
+    Features features;
+    features.recorder = std::make_unique<AbsentRecorder>();
+    features.scrolling = std::make_unique<AbsentScrolling>();
+    features.textCapture = std::make_unique<AbsentTextCapture>();
+    features.history = std::make_unique<AbsentWindow>(QStringLiteral("The capture history window"));
+    features.settings = std::make_unique<AbsentWindow>(QStringLiteral("The settings window"));
+    features.updates = std::make_unique<AbsentWindow>(QStringLiteral("The update check"));
+    features.editor = std::make_unique<AbsentImageFeature>(QStringLiteral("The annotation editor"));
+    features.pins = std::make_unique<AbsentImageFeature>(QStringLiteral("Pinning to the screen"));
+    return features;
+}
+
+} // namespace marrowfin

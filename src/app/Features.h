@@ -1,0 +1,63 @@
+// What the menu can start that lives in folders of its own. A feature that isn't built yet is one of the
+// absent ones: it says so in one line on standard output and does nothing else. Main thread.
+#pragma once
+
+#include "base/Image.h"
+
+#include <QCoro/QCoroTask>
+#include <QString>
+#include <memory>
+#include <optional>
+
+namespace marrowfin {
+
+enum class RecorderState { idle, recording, stopping };
+
+class RecorderFeature {
+public:
+    virtual ~RecorderFeature() = default;
+    virtual RecorderState state() const = 0;
+    // "00:12", while recording.
+    virtual QString formattedDuration() const = 0;
+    virtual QCoro::Task<> toggle() = 0;
+};
+
+class ScrollingFeature {
+public:
+    virtual ~ScrollingFeature() = default;
+    virtual QCoro::Task<std::optional<Image>> run() = 0;
+};
+
+class TextCaptureFeature {
+public:
+    virtual ~TextCaptureFeature() = default;
+    virtual QCoro::Task<> start() = 0;
+};
+
+class WindowFeature {
+public:
+    virtual ~WindowFeature() = default;
+    virtual void show() = 0;
+};
+
+class ImageFeature {
+public:
+    virtual ~ImageFeature() = default;
+    virtual void open(const Image& image) = 0;
+};
+
+struct Features {
+    std::unique_ptr<RecorderFeature> recorder;
+    std::unique_ptr<ScrollingFeature> scrolling;
+    std::unique_ptr<TextCaptureFeature> textCapture;
+    std::unique_ptr<WindowFeature> history;
+    std::unique_ptr<WindowFeature> settings;
+    std::unique_ptr<WindowFeature> updates;
+    std::unique_ptr<ImageFeature> editor;
+    std::unique_ptr<ImageFeature> pins;
+};
+
+// None of them built.
+Features absentFeatures();
+
+} // namespace marrowfin

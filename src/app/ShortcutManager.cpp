@@ -1,0 +1,106 @@
+#include "app/ShortcutManager.h"
+
+#include "base/Log.h"
+#include "capture/ScreenCaptureManager.h"
+#include "chrome/Alert.h"
+#include "platform/Desktop.h"
+#include "platform/Services.h"
+
+namespace marrowfin {
+
+using namespace platform;
+
+ShortcutManager::ShortcutManager(ScreenCaptureManager& manager) : captureManager(manager) {}
+
+QCoro::Task<> ShortcutManager::registerHotKeys() {
+    if (eventHandler || !references.empty())
+        co_return;
+    failed.clear();
+    const HotKeyStatus installed =
+        services().hotKeys.installHandler([this](HotKeyID id) { return handle(id); });
+    if (installed != hotKeyNoError) {
+        for (const HotKey& hotKey : hotKeys())
+            failed.emplace_back(hotKey, installed);
+        co_return;
+    }
+    eventHandler = true;
+    for (const HotKey& hotKey : hotKeys()) {
+        const Result<HotKeyRegistration> answer = co_await services().hotKeys.registerHotKey(
+            hotKey.keyCode, hotKeyModifiers, {hotKeySignature, hotKey.id});
+        const HotKeyRegistration registration = answer.value_or(HotKeyRegistration{hotKeyNotHandled, 0});
+        if (registration.status == hotKeyNoError && registration.reference != 0)
+            references.push_back(registration.reference);
+        else
+            failed.emplace_back(hotKey, registration.status);
+    }
+}
+
+QCoro::Task<> ShortcutManager::reportFailures() {
+    if (failed.empty())
+        co_return;
+    QStringList lines;
+    for (const auto& [hotKey, status] : failed)
+        lines << QStringLiteral("%1 (%2) - error %3").arg(hotKey.displayName, hotKey.purpose).arg(status);
+    chrome::AlertSpec alert;
+    alert.messageText = QStringLiteral("Some Shortcuts Are Taken");
+    alert.informativeText =
+        QStringLiteral(
+            "Another app already owns these key combinations, so Marrowfin could not register them:\n\n") +
+        lines.join(u'\n') +
+        QStringLiteral(
+            "\n\nmacOS's own screenshot shortcuts use these keys by default. Free them under System "
+            "Settings > Keyboard > Keyboard Shortcuts > Screenshots, then relaunch Marrowfin.") +
+        // The texts above stand as everywhere; this is what they mean here.
+        QStringLiteral("\n\nOn this desktop Cmd is the Super key, and keyboard shortcuts are under %1.")
+            .arg(services().hotKeys.settingsPlace());
+    alert.buttons = {QStringLiteral("Open Keyboard Settings"), QStringLiteral("Not Now")};
+    const Result<int> response = co_await chrome::runAlert(alert);
+    if (response != chrome::alertFirstButton)
+        co_return;
+    const Result<void> opened = co_await services().opener.openSettings(SettingsPage::Keyboard);
+    if (!opened)
+        printLine(opened.error().message);
+}
+
+void ShortcutManager::unregister() {
+    for (const HotKeyRef reference : references)
+        services().hotKeys.unregisterHotKey(reference);
+    references.clear();
+    if (eventHandler) {
+        services().hotKeys.removeHandler();
+        eventHandler = false;
+    }
+}
+
+HotKeyStatus ShortcutManager::handle(HotKeyID id) {
+    if (id.signature != hotKeySignature)
+        return hotKeyNotHandled;
+    dispatch(id.id);
+    return hotKeyNoError;
+}
+
+void ShortcutManager::dispatch(std::uint32_t id) {
+    for (const HotKey& hotKey : hotKeys()) {
+        if (hotKey.id != id)
+            continue;
+        if (onHotKey) {
+            onHotKey(hotKey);
+            return;
+        }
+        // Straight into the flow, without the permission step of the menu's commands.
+        switch (id) {
+        case 1:
+            captureManager.captureFullscreen();
+            break;
+        case 2:
+            captureManager.captureArea();
+            break;
+        default:
+            captureManager.captureWindow();
+            break;
+        }
+        return;
+    }
+}
+
+} // namespace marrowfin

@@ -1,0 +1,46 @@
+// Holds the global hot keys and sends each press to its capture. Main thread. Destroying it frees nothing:
+// the delegate calls unregister() first.
+#pragma once
+
+#include "app/HotKey.h"
+#include "platform/HotKeyService.h"
+
+#include <QCoro/QCoroTask>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace marrowfin {
+
+class ScreenCaptureManager;
+
+class ShortcutManager {
+public:
+    explicit ShortcutManager(ScreenCaptureManager& captureManager);
+
+    // A second call without unregister() does nothing. ("register" alone is a reserved word.)
+    QCoro::Task<> registerHotKeys();
+    // One alert for all combinations that could not be had; returns when it was answered.
+    QCoro::Task<> reportFailures();
+    void unregister();
+    // Runs the action of the row with this id; an unknown id does nothing.
+    void dispatch(std::uint32_t id);
+
+    // When set, gets the hot key in place of its capture.
+    std::function<void(const HotKey&)> onHotKey;
+
+    const std::vector<platform::HotKeyRef>& hotKeyRefs() const { return references; }
+    bool hasEventHandler() const { return eventHandler; }
+    // Combinations that couldn't be registered, with why.
+    const std::vector<std::pair<HotKey, platform::HotKeyStatus>>& failures() const { return failed; }
+
+private:
+    platform::HotKeyStatus handle(platform::HotKeyID id);
+
+    ScreenCaptureManager& captureManager;
+    std::vector<platform::HotKeyRef> references;
+    bool eventHandler = false;
+    std::vector<std::pair<HotKey, platform::HotKeyStatus>> failed;
+};
+
+} // namespace marrowfin

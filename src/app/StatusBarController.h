@@ -1,0 +1,52 @@
+// The program's menu and the dispatcher of its commands. Lives as long as the process; main thread. Each
+// command that may wait is a flow of its own: commands don't exclude each other.
+#pragma once
+
+#include "app/CaptureMenu.h"
+#include "app/Features.h"
+#include "platform/StatusItem.h"
+
+#include <QCoro/QCoroTask>
+#include <QMenu>
+#include <QPointer>
+
+namespace marrowfin {
+
+class ScreenCaptureManager;
+
+class StatusBarController {
+public:
+    StatusBarController(platform::StatusItem& statusItem, ScreenCaptureManager& captureManager,
+                        Features features);
+    ~StatusBarController();
+
+    void showMenu();
+    void captureAllInOne();
+    QCoro::Task<> captureArea();
+    QCoro::Task<> capturePreviousArea();
+    QCoro::Task<> captureFullscreen();
+    QCoro::Task<> captureWindow();
+    QCoro::Task<> scrollingCapture();
+    QCoro::Task<> selfTimerAction(int seconds);
+    QCoro::Task<> captureText();
+    QCoro::Task<> openFromClipboard();
+    QCoro::Task<> pinToScreen();
+    QCoro::Task<> recordScreen();
+    void showHistory();
+    void openSettings();
+    void checkForUpdates();
+    void quit();
+
+    Features& features() { return has; }
+
+private:
+    MenuActions actions();
+    void popUp(std::unique_ptr<QMenu> menu, bool atItem);
+
+    platform::StatusItem& statusItem;
+    ScreenCaptureManager& captureManager;
+    Features has;
+    QPointer<QMenu> openMenu;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,88 @@
+#include "AppFixture.h"
+
+#include "app/ShortcutManager.h"
+#include "capture/ScreenCaptureManager.h"
+#include "support/Input.h"
+
+#include <QMessageBox>
+
+using namespace marrowfin;
+using namespace marrowfin::platform;
+using namespace marrowfin::testsupport;
+using marrowfin::fake::waitUntil;
+
+class AppDelegateTest : public AppFixture {};
+
+TEST_F(AppDelegateTest, aLaunchMakesOneItemThreeKeysAndAsksForAccess) {
+    launch();
+    EXPECT_EQ(desktop.statusBar.itemsMade, 1);
+    EXPECT_EQ(desktop.hotKeys.held.size(), 3u);
+    EXPECT_EQ(desktop.screenAccess.requests, 1);
+    EXPECT_FALSE(desktop.statusBar.item->icon(22, false).isNull());
+}
+
+TEST_F(AppDelegateTest, withAllKeysTakenTheItemStandsBehindTheOneAlertAndTheRestOfTheLaunchWaits) {
+    desktop.hotKeys.taken = {keyCode3, keyCode4, keyCode5};
+    bool launched = false;
+    QObject::connect(&delegate, &AppDelegate::launched, &delegate, [&] { launched = true; });
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QMessageBox>() != nullptr; }));
+    EXPECT_EQ(desktop.statusBar.itemsMade, 1);
+    EXPECT_TRUE(desktop.statusBar.item->action != nullptr);
+    EXPECT_EQ(desktop.screenAccess.requests, 0);
+    EXPECT_FALSE(launched);
+    onlyTopLevel<QMessageBox>()->reject();
+    ASSERT_TRUE(waitUntil([&] { return launched; }));
+    EXPECT_EQ(desktop.screenAccess.requests, 1);
+}
+
+TEST_F(AppDelegateTest, aCaptureMadeWhileTheAlertIsUpIsRoutedOnceItIsAnswered) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    desktop.hotKeys.taken = {keyCode5};
+    int routed = 0;
+    QObject::connect(&delegate, &AppDelegate::captureRouted, &delegate, [&] { ++routed; });
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QMessageBox>() != nullptr; }));
+    desktop.hotKeys.press({hotKeySignature, 1});
+    ASSERT_TRUE(waitUntil([&] { return delegate.captureManager()->capturedImage().has_value(); }));
+    EXPECT_EQ(routed, 0);
+    onlyTopLevel<QMessageBox>()->reject();
+    ASSERT_TRUE(waitUntil([&] { return routed == 1; }));
+}
+
+TEST_F(AppDelegateTest, withoutAButtonTheLaunchGoesOnWithoutAnIcon) {
+    desktop.statusBar.button = false;
+    launch();
+    EXPECT_TRUE(desktop.statusBar.item->icon == nullptr);
+    EXPECT_EQ(desktop.hotKeys.held.size(), 3u);
+}
+
+TEST_F(AppDelegateTest, quittingGivesAllThreeCombinationsBack) {
+    launch();
+    delegate.applicationWillTerminate();
+    EXPECT_TRUE(desktop.hotKeys.held.empty());
+}
+
+TEST_F(AppDelegateTest, terminatingBeforeTheLaunchIsHarmless) {
+    delegate.applicationWillTerminate();
+}
+
+TEST_F(AppDelegateTest, eitherButtonOpensTheMenu) {
+    launch();
+    desktop.statusBar.item->action(StatusItemButton::Left);
+    EXPECT_EQ(desktop.statusBar.item->popUps, 1);
+    desktop.statusBar.item->action(StatusItemButton::Right);
+    EXPECT_EQ(desktop.statusBar.item->popUps, 2);
+}
+
+TEST_F(AppDelegateTest, historyComesBeforeTheClipboardAndDoesNotDependOnTheSetting) {
+    launch();
+    bool savedBeforeClipboard = false;
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::copyToClipboard);
+    QObject watcher;
+    QObject::connect(&delegate, &AppDelegate::captureRouted, &watcher,
+                     [&] { savedBeforeClipboard = CaptureHistory::shared().list().size() == 1; });
+    capture(picture());
+    EXPECT_TRUE(savedBeforeClipboard);
+    EXPECT_EQ(desktop.pasteboard.image->pixels().size(), QSize(30, 20));
+}

@@ -1,0 +1,154 @@
+// What happens to a finished capture, over the settings.
+#include "AppFixture.h"
+
+#include "app/AutomaticSave.h"
+#include "base/AtomicFile.h"
+#include "base/Clock.h"
+#include "base/ImageReader.h"
+#include "capture/ScreenCaptureManager.h"
+
+#include <QDir>
+#include <QFile>
+
+using namespace marrowfin;
+using namespace marrowfin::testsupport;
+using marrowfin::fake::waitUntil;
+
+class RoutingTest : public AppFixture {
+protected:
+    RoutingTest() {
+        desktop.addScreen(1, {0, 0, 1600, 1000});
+        Clock::setNow([] { return QDateTime(QDate(2026, 11, 15), QTime(20, 16, 3), Qt::UTC); });
+    }
+    ~RoutingTest() override { Clock::reset(); }
+    QStringList saves() const {
+        return QDir(picturesFolder()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    static std::size_t cards() { return CapturePanelController::shared().panels().size(); }
+};
+
+TEST_F(RoutingTest, copyToClipboardShowsNoCardAndWritesNoFile) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::copyToClipboard);
+    capture(picture());
+    EXPECT_TRUE(desktop.pasteboard.image.has_value());
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 1);
+    EXPECT_EQ(cards(), 0u);
+    EXPECT_FALSE(QDir(picturesFolder()).exists()) << "the folder comes into being with the first save";
+}
+
+TEST_F(RoutingTest, openEditorPutsUpACardAndOpensNoEditor) {
+    launch();
+    capture(picture());
+    EXPECT_EQ(desktop.pasteboard.calls.at(0), QStringLiteral("clearContents"));
+    EXPECT_EQ(desktop.pasteboard.calls.at(1), QStringLiteral("writeImage"));
+    EXPECT_EQ(cards(), 1u);
+    EXPECT_FALSE(QDir(picturesFolder()).exists());
+}
+
+TEST_F(RoutingTest, saveToFileReachesClipboardHistoryFolderAndCard) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::saveToFile);
+    capture(picture());
+    EXPECT_TRUE(desktop.pasteboard.image.has_value());
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 1);
+    EXPECT_EQ(saves(), QStringList(QStringLiteral("Marrowfin 2026-11-15T20.16.03.png")));
+    EXPECT_EQ(cards(), 1u);
+}
+
+TEST_F(RoutingTest, twoSavesWithinOneSecondShareANameAndTheLaterReplacesTheEarlier) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::saveToFile);
+    capture(picture(Qt::red));
+    capture(picture(Qt::blue));
+    ASSERT_EQ(saves().size(), 1);
+    const Result<Image> kept = readImageFile(QDir(picturesFolder()).filePath(saves().first()));
+    ASSERT_TRUE(kept.has_value());
+    EXPECT_EQ(kept->pixels().pixelColor(3, 3), QColor(Qt::blue));
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 2) << "the history keeps both";
+}
+
+TEST_F(RoutingTest, jpegHasTheExtensionJpgAndTheQualityOfTheSettings) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::saveToFile);
+    SettingsStore::shared().setSaveFormat(ImageFormat::jpeg);
+    const Image image = picture(Qt::magenta);
+    capture(image);
+    ASSERT_EQ(saves(), QStringList(QStringLiteral("Marrowfin 2026-11-15T20.16.03.jpg")));
+    QFile file(QDir(picturesFolder()).filePath(saves().first()));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), *encodeImage(image, ImageFormat::jpeg, 0.85));
+}
+
+TEST_F(RoutingTest, theCardsSaveGoesToTheSameFolderUnderTheSameRule) {
+    saveCaptureToFile(picture());
+    ASSERT_TRUE(waitUntil([&] { return saves().size() == 1; }));
+    EXPECT_EQ(saves().first(), QStringLiteral("Marrowfin 2026-11-15T20.16.03.png"));
+}
+
+TEST_F(RoutingTest, theStampIsGMTWhateverTheTimeZone) {
+    const QDateTime local(QDate(2026, 11, 15), QTime(23, 16, 3), Qt::OffsetFromUTC, 3 * 3600);
+    EXPECT_EQ(automaticSaveName(local, QStringLiteral("png")),
+              QStringLiteral("Marrowfin 2026-11-15T20.16.03.png"));
+}
+
+TEST_F(RoutingTest, withoutAPicturesFolderASaveIsSilent) {
+    desktop.folders.hasPictures = false;
+    bool done = false;
+    saveCaptureToFile(picture()).then([&] { done = true; });
+    ASSERT_TRUE(waitUntil([&] { return done; }));
+    EXPECT_EQ(desktop.opener.beeps, 0);
+}
+
+TEST_F(RoutingTest, aFolderThatCantBeMadeBeepsAndTheCaptureGoesOn) {
+    // A file stands where the folder should be.
+    QFile blocker(*desktop.folders.pictures());
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::saveToFile);
+    capture(picture());
+    EXPECT_EQ(desktop.opener.beeps, 1);
+    EXPECT_EQ(cards(), 1u);
+}
+
+TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
+    bool done = false;
+    saveCaptureToFile(Image()).then([&] { done = true; });
+    ASSERT_TRUE(waitUntil([&] { return done; }));
+    EXPECT_EQ(desktop.opener.beeps, 1);
+    EXPECT_TRUE(saves().isEmpty());
+}
+
+TEST_F(RoutingTest, aFileThatCantBeWrittenIsSilent) {
+    // A folder stands under the file's name.
+    ASSERT_TRUE(QDir().mkpath(picturesFolder() + QStringLiteral("/Marrowfin 2026-11-15T20.16.03.png")));
+    bool done = false;
+    saveCaptureToFile(picture()).then([&] { done = true; });
+    ASSERT_TRUE(waitUntil([&] { return done; }));
+    EXPECT_EQ(desktop.opener.beeps, 0);
+    EXPECT_TRUE(saves().isEmpty()) << "nothing half-written either";
+}
+
+TEST_F(RoutingTest, aHistoryThatCantBeWrittenKeepsNothingBackFromTheClipboard) {
+    ASSERT_TRUE(makePrivateFolder(desktop.folders.applicationSupport() + QStringLiteral("/Marrowfin")));
+    QFile blocker(historyFolder());
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    launch();
+    capture(picture());
+    EXPECT_TRUE(desktop.pasteboard.image.has_value());
+    EXPECT_EQ(cards(), 1u);
+}
+
+TEST_F(RoutingTest, capturesAreRoutedOneAtATimeInTheOrderTaken) {
+    launch();
+    const Image first = picture(Qt::red);
+    const Image second = picture(Qt::blue);
+    int routed = 0;
+    QObject::connect(&delegate, &AppDelegate::captureRouted, &delegate, [&] {
+        ++routed;
+        EXPECT_EQ(desktop.pasteboard.image, routed == 1 ? first : second);
+    });
+    delegate.captureManager()->setCapturedImage(first);
+    delegate.captureManager()->setCapturedImage(second);
+    ASSERT_TRUE(waitUntil([&] { return routed == 2; }));
+}
