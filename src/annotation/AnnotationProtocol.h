@@ -6,13 +6,17 @@
 
 #include <concepts>
 
+class QPainter;
+
 namespace marrowfin {
 
 template <class T>
 concept AnnotationProtocol = std::derived_from<T, Ink> && std::equality_comparable<T> &&
-    requires(T record, const T& constant, QPointF point, double number) {
+    requires(T record, const T& constant, QPainter& painter, QPointF point, double number) {
     // What the selection chrome frames.
     { constant.boundingRect() } -> std::same_as<QRectF>;
+    // Paints the record with a painter whose space is image points.
+    {constant.draw(painter)};
     // Whether a press at the point, with this reach, takes the record.
     { constant.hitTest(point, number) } -> std::same_as<bool>;
     // Moves the record; ink may be moved off the image.

@@ -35,6 +35,10 @@ QRectF AnyAnnotation::boundingRect() const {
     return std::visit([](const auto& record) { return record.boundingRect(); }, held);
 }
 
+void AnyAnnotation::draw(QPainter& painter) const {
+    std::visit([&](const auto& record) { record.draw(painter); }, held);
+}
+
 bool AnyAnnotation::hitTest(const QPointF& point, double tolerance) const {
     return std::visit([&](const auto& record) { return record.hitTest(point, tolerance); }, held);
 }

@@ -46,6 +46,7 @@ public:
     double strokeWidth() const { return ink().strokeWidth; }
 
     QRectF boundingRect() const;
+    void draw(QPainter& painter) const;
     bool hitTest(const QPointF& point, double tolerance) const;
     void translate(double dx, double dy);
 

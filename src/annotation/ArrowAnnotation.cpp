@@ -2,8 +2,11 @@
 
 #include "annotation/ArrowGeometry.h"
 #include "annotation/HitTesting.h"
+#include "annotation/InkPen.h"
+#include "annotation/InkShadow.h"
 #include "base/Geometry.h"
 
+#include <QPainterPath>
 #include <algorithm>
 
 namespace marrowfin {
@@ -16,6 +19,24 @@ QRectF ArrowAnnotation::boundingRect() const {
 
 bool ArrowAnnotation::hitTest(const QPointF& point, double tolerance) const {
     return distanceToSegment(point, startPoint, endPoint) < tolerance;
+}
+
+void ArrowAnnotation::draw(QPainter& painter) const {
+    if (!(distance(startPoint, endPoint) > 0.5))
+        return;
+    const ArrowGeometry shape = arrowGeometry(startPoint, endPoint, strokeWidth);
+    const QPointF headFoot = (shape.firstWing + shape.secondWing) / 2;
+    const InkOutline outline{{startPoint, shape.shaftEnd, strokeWidth / 2},
+                             {headFoot, endPoint, shape.head / 2}};
+    paintWithInkShadow(painter, outline, [&](QPainter& ink) {
+        ink.setPen(inkPen(*this, Qt::RoundCap, Qt::MiterJoin));
+        ink.drawLine(startPoint, shape.shaftEnd);
+        QPainterPath head;
+        head.setFillRule(Qt::WindingFill);
+        head.addPolygon(QPolygonF{endPoint, shape.firstWing, shape.secondWing});
+        head.closeSubpath();
+        ink.fillPath(head, strokeColor);
+    });
 }
 
 } // namespace marrowfin

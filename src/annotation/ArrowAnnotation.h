@@ -3,6 +3,8 @@
 
 #include "annotation/Ink.h"
 
+class QPainter;
+
 namespace marrowfin {
 
 struct ArrowAnnotation : SegmentInk {
@@ -10,6 +12,9 @@ struct ArrowAnnotation : SegmentInk {
     QRectF boundingRect() const;
     // The shaft from end to end; the head has no area of its own.
     bool hitTest(const QPointF& point, double tolerance) const;
+
+    // An arrow of half a point or less paints nothing.
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const ArrowAnnotation&, const ArrowAnnotation&) = default;
 };

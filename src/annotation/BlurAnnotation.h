@@ -3,11 +3,16 @@
 
 #include "annotation/Ink.h"
 
+class QPainter;
+
 namespace marrowfin {
 
 struct BlurAnnotation : BoxInk {
     // The whole box is live.
     bool hitTest(const QPointF& point, double tolerance) const;
+
+    // A grey plate, for painters without pixels to blur. The canvas and the compositor blur instead.
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const BlurAnnotation&, const BlurAnnotation&) = default;
 };

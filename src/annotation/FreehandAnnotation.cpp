@@ -1,6 +1,10 @@
 #include "annotation/FreehandAnnotation.h"
 
+#include "annotation/DeviceSpace.h"
 #include "annotation/HitTesting.h"
+#include "annotation/InkPen.h"
+#include "annotation/InkShadow.h"
+#include "annotation/PenSmoothing.h"
 
 #include <algorithm>
 
@@ -30,6 +34,22 @@ bool FreehandAnnotation::hitTest(const QPointF& point, double tolerance) const {
 void FreehandAnnotation::translate(double dx, double dy) {
     for (QPointF& point : points)
         point += QPointF(dx, dy);
+}
+
+void FreehandAnnotation::draw(QPainter& painter) const {
+    if (points.size() < 2 || !isPaintable(boundingRect()))
+        return;
+    const QList<QPointF> smooth = smoothedPoints(points);
+    // The curves leave the straight way between their points by less than a point.
+    const double reach = strokeWidth / 2 + 1;
+    InkOutline outline;
+    outline.reserve(static_cast<size_t>(smooth.size()));
+    for (qsizetype i = 1; i < smooth.size(); ++i)
+        outline.push_back({smooth[i - 1], smooth[i], reach});
+    paintWithInkShadow(painter, outline, [&](QPainter& ink) {
+        ink.setPen(inkPen(*this, Qt::RoundCap, Qt::RoundJoin));
+        ink.drawPath(curveThrough(smooth));
+    });
 }
 
 } // namespace marrowfin

@@ -5,6 +5,8 @@
 
 #include <QList>
 
+class QPainter;
+
 namespace marrowfin {
 
 struct FreehandAnnotation : Ink {
@@ -15,6 +17,9 @@ struct FreehandAnnotation : Ink {
     // A stroke of one point has no segment and is never hit.
     bool hitTest(const QPointF& point, double tolerance) const;
     void translate(double dx, double dy);
+
+    // A stroke of one point paints nothing.
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const FreehandAnnotation&, const FreehandAnnotation&) = default;
 };

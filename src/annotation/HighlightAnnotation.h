@@ -3,6 +3,8 @@
 
 #include "annotation/Ink.h"
 
+class QPainter;
+
 namespace marrowfin {
 
 struct HighlightAnnotation : BoxInk {
@@ -12,6 +14,8 @@ struct HighlightAnnotation : BoxInk {
 
     // The whole box is live.
     bool hitTest(const QPointF& point, double tolerance) const;
+
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const HighlightAnnotation&, const HighlightAnnotation&) = default;
 };

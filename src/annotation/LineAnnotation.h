@@ -3,12 +3,16 @@
 
 #include "annotation/Ink.h"
 
+class QPainter;
+
 namespace marrowfin {
 
 struct LineAnnotation : SegmentInk {
     // The box of the two ends, without the line's width.
     QRectF boundingRect() const;
     bool hitTest(const QPointF& point, double tolerance) const;
+
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const LineAnnotation&, const LineAnnotation&) = default;
 };

@@ -3,6 +3,8 @@
 
 #include "annotation/Ink.h"
 
+class QPainter;
+
 namespace marrowfin {
 
 struct NumberAnnotation : Ink {
@@ -13,6 +15,8 @@ struct NumberAnnotation : Ink {
     QRectF boundingRect() const;
     bool hitTest(const QPointF& point, double tolerance) const;
     void translate(double dx, double dy) { center += QPointF(dx, dy); }
+
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const NumberAnnotation&, const NumberAnnotation&) = default;
 };

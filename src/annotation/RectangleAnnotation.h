@@ -3,11 +3,15 @@
 
 #include "annotation/Ink.h"
 
+class QPainter;
+
 namespace marrowfin {
 
 struct RectangleAnnotation : BoxInk {
     // Only the band around the outline is live.
     bool hitTest(const QPointF& point, double tolerance) const;
+
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const RectangleAnnotation&, const RectangleAnnotation&) = default;
 };

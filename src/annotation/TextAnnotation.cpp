@@ -20,4 +20,8 @@ bool TextAnnotation::hitTest(const QPointF& point, double tolerance) const {
     return hitsArea(boundingRect(), point, tolerance);
 }
 
+void TextAnnotation::draw(QPainter& painter) const {
+    TextLayout(text, fontSize).draw(painter, position, strokeColor);
+}
+
 } // namespace marrowfin

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+class QPainter;
+
 namespace marrowfin {
 
 struct TextAnnotation : Ink {
@@ -15,6 +17,8 @@ struct TextAnnotation : Ink {
     QRectF boundingRect() const;
     bool hitTest(const QPointF& point, double tolerance) const;
     void translate(double dx, double dy) { position += QPointF(dx, dy); }
+
+    void draw(QPainter& painter) const;
 
     friend bool operator==(const TextAnnotation&, const TextAnnotation&) = default;
 };

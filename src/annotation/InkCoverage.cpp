@@ -1,0 +1,133 @@
+#include "annotation/InkCoverage.h"
+
+#include "base/Geometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace marrowfin {
+
+namespace {
+
+constexpr int tileSide = 4; // device pixels: a stroke and its shadow are 10 or more
+
+double largestScale(const QTransform& transform) {
+    return std::max(std::hypot(transform.m11(), transform.m12()),
+                    std::hypot(transform.m21(), transform.m22()));
+}
+
+QRectF areaOf(const InkSegment& segment) {
+    return inset(rectBetween(segment.from, segment.to), -segment.reach, -segment.reach);
+}
+
+InkOutline inDevicePixels(const InkOutline& outline, const QTransform& toDevice, double margin) {
+    const double scale = largestScale(toDevice);
+    InkOutline mapped;
+    mapped.reserve(outline.size());
+    for (const InkSegment& segment : outline)
+        mapped.push_back(
+            {toDevice.map(segment.from), toDevice.map(segment.to), segment.reach * scale + margin + 1});
+    return mapped;
+}
+
+// The part of the segment whose area can meet the box; false if none can.
+bool clip(InkSegment& segment, const QRectF& box) {
+    const QRectF grown = inset(box, -segment.reach, -segment.reach);
+    const QPointF along = segment.to - segment.from;
+    double first = 0;
+    double last = 1;
+    const auto narrow = [&](double start, double step, double low, double high) {
+        if (step == 0)
+            return low <= start && start <= high;
+        const auto [enter, leave] = std::minmax((low - start) / step, (high - start) / step);
+        first = std::max(first, enter);
+        last = std::min(last, leave);
+        return first <= last;
+    };
+    if (!narrow(segment.from.x(), along.x(), minX(grown), maxX(grown)) ||
+        !narrow(segment.from.y(), along.y(), minY(grown), maxY(grown)))
+        return false;
+    segment = {segment.from + first * along, segment.from + last * along, segment.reach};
+    return true;
+}
+
+} // namespace
+
+InkCoverage::InkCoverage(const InkOutline& outline, const QTransform& toDevice, double margin,
+                         const QRect& limits) {
+    const InkOutline segments = inDevicePixels(outline, toDevice, margin);
+    QRectF all;
+    for (const InkSegment& segment : segments)
+        all = all.isNull() ? areaOf(segment) : unionOf(all, areaOf(segment));
+    const std::optional<QRectF> seen = intersection(integral(all), QRectF(limits));
+    if (all.isNull() || !seen || isEmpty(*seen))
+        return;
+    box = seen->toRect();
+    columns = (box.width() + tileSide - 1) / tileSide;
+    rows = (box.height() + tileSide - 1) / tileSide;
+    tiles.resize(static_cast<size_t>(columns) * static_cast<size_t>(rows));
+    for (const InkSegment& segment : segments)
+        mark(segment);
+    collectRects();
+}
+
+// Piece by piece, so that a slanted segment marks a band and not its whole box.
+void InkCoverage::mark(const InkSegment& whole) {
+    InkSegment segment = whole;
+    if (!clip(segment, box))
+        return;
+    const QPointF along = segment.to - segment.from;
+    const double slant = std::min(std::abs(along.x()), std::abs(along.y()));
+    const int pieces = static_cast<int>(slant / tileSide) + 1;
+    for (int i = 0; i < pieces; ++i)
+        markBox(areaOf(
+            {segment.from + along * i / pieces, segment.from + along * (i + 1) / pieces, segment.reach}));
+}
+
+void InkCoverage::markBox(const QRectF& area) {
+    const auto tile = [](double pixel, int origin, int count) {
+        return std::clamp(static_cast<int>(std::floor((pixel - origin) / tileSide)), 0, count - 1);
+    };
+    if (maxX(area) <= box.left() || minX(area) > box.right() || maxY(area) <= box.top() ||
+        minY(area) > box.bottom())
+        return;
+    const int left = tile(minX(area), box.left(), columns);
+    const int right = tile(maxX(area), box.left(), columns);
+    const int bottom = tile(maxY(area), box.top(), rows);
+    for (int row = tile(minY(area), box.top(), rows); row <= bottom; ++row) {
+        const auto start = tiles.begin() + static_cast<std::ptrdiff_t>(row) * columns;
+        std::fill(start + left, start + right + 1, quint8(1));
+    }
+}
+
+// Runs of tiles, a run joined with the one above it if they span the same columns.
+void InkCoverage::collectRects() {
+    std::vector<size_t> open; // of the row above, as indices into covered
+    for (int row = 0; row < rows; ++row) {
+        const auto start = tiles.begin() + static_cast<std::ptrdiff_t>(row) * columns;
+        const auto end = start + columns;
+        std::vector<size_t> here;
+        auto above = open.begin();
+        for (auto from = std::find(start, end, 1); from != end;) {
+            const auto to = std::find(from, end, 0);
+            const QRect run =
+                QRect(box.left() + static_cast<int>(from - start) * tileSide, box.top() + row * tileSide,
+                      static_cast<int>(to - from) * tileSide, tileSide) &
+                box;
+            while (above != open.end() && covered[*above].left() < run.left())
+                ++above;
+            if (above != open.end() && covered[*above].left() == run.left() &&
+                covered[*above].right() == run.right()) {
+                covered[*above].setBottom(run.bottom());
+                here.push_back(*above);
+            } else {
+                here.push_back(covered.size());
+                covered.push_back(run);
+            }
+            from = std::find(to, end, 1);
+        }
+        open = std::move(here);
+    }
+}
+
+} // namespace marrowfin
