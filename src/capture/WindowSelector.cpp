@@ -12,7 +12,7 @@ namespace marrowfin {
 using namespace platform;
 
 namespace {
-constexpr double smallestSide = 50; // a window must exceed it in both directions
+constexpr double smallestWindowSide = 50; // a window must exceed it in both directions
 }
 
 std::vector<WindowCandidate> windowCandidates(const std::vector<Window>& windows, std::int64_t ownPID) {
@@ -21,7 +21,7 @@ std::vector<WindowCandidate> windowCandidates(const std::vector<Window>& windows
         if (!window.ownerPID || *window.ownerPID == ownPID)
             continue;
         const QRectF& frame = window.frame.rect;
-        if (frame.width() > smallestSide && frame.height() > smallestSide)
+        if (frame.width() > smallestWindowSide && frame.height() > smallestWindowSide)
             kept.push_back({window.windowID, window.frame});
     }
     return kept;
