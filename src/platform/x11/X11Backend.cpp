@@ -1,0 +1,56 @@
+#include "platform/x11/X11Backend.h"
+
+#include "platform/x11/Connection.h"
+#include "platform/x11/ConnectionLoss.h"
+#include "platform/x11/X11HotKeys.h"
+#include "platform/x11/X11ScreenAccess.h"
+#include "platform/x11/X11ScreenSource.h"
+#include "platform/x11/X11Screens.h"
+
+namespace marrowfin::x11 {
+
+struct X11Backend::Parts {
+    Parts(std::unique_ptr<Connection> qt, std::function<void()> lastWill)
+        : connection(std::move(qt)), loss(connection->raw(), std::move(lastWill)),
+          screens(*connection, board), source(Connection::qtDisplayName(), board), hotKeys(*connection) {}
+
+    std::unique_ptr<Connection> connection;
+    ConnectionLoss loss;
+    std::shared_ptr<LayoutBoard> board = std::make_shared<LayoutBoard>();
+    X11Screens screens;
+    X11ScreenSource source;
+    X11ScreenAccess access;
+    X11HotKeys hotKeys;
+};
+
+Result<std::unique_ptr<X11Backend>> X11Backend::make(std::function<void()> lastWill) {
+    auto connection = Connection::adoptQt();
+    if (!connection)
+        return tl::unexpected(connection.error());
+    auto parts = std::make_unique<Parts>(*std::move(connection), std::move(lastWill));
+    return std::unique_ptr<X11Backend>(new X11Backend(std::move(parts)));
+}
+
+X11Backend::X11Backend(std::unique_ptr<Parts> parts) : parts(std::move(parts)) {}
+X11Backend::~X11Backend() = default;
+
+platform::Screens& X11Backend::screens() {
+    return parts->screens;
+}
+platform::ScreenSource& X11Backend::screenSource() {
+    return parts->source;
+}
+platform::ScreenAccess& X11Backend::screenAccess() {
+    return parts->access;
+}
+platform::HotKeyService& X11Backend::hotKeys() {
+    return parts->hotKeys;
+}
+Connection& X11Backend::connection() {
+    return *parts->connection;
+}
+X11Screens& X11Backend::nativeScreens() {
+    return parts->screens;
+}
+
+} // namespace marrowfin::x11

@@ -1,0 +1,46 @@
+// The X11 desktop in one object: makes the services that talk to the X server and owns what they share. Make
+// it after QApplication, destroy it before. Main thread.
+#pragma once
+
+#include "base/Result.h"
+
+#include <functional>
+#include <memory>
+
+namespace marrowfin::platform {
+class HotKeyService;
+class ScreenAccess;
+class Screens;
+class ScreenSource;
+} // namespace marrowfin::platform
+
+namespace marrowfin::x11 {
+
+class Connection;
+class X11Screens;
+
+class X11Backend {
+public:
+    // Unavailable when the application doesn't run on X11. When the X server goes away, the last will runs
+    // and the program ends with exit code 1 (see ConnectionLoss).
+    static Result<std::unique_ptr<X11Backend>> make(std::function<void()> lastWill = {});
+    ~X11Backend();
+    X11Backend(const X11Backend&) = delete;
+    X11Backend& operator=(const X11Backend&) = delete;
+
+    platform::Screens& screens();
+    platform::ScreenSource& screenSource();
+    platform::ScreenAccess& screenAccess();
+    platform::HotKeyService& hotKeys();
+
+    // Qt's connection, for what else places windows on this desktop, and the screens with their native sides.
+    Connection& connection();
+    X11Screens& nativeScreens();
+
+private:
+    struct Parts;
+    explicit X11Backend(std::unique_ptr<Parts> parts);
+    std::unique_ptr<Parts> parts;
+};
+
+} // namespace marrowfin::x11

@@ -1,0 +1,49 @@
+#include "platform/x11/X11ScreenSource.h"
+
+#include "platform/x11/WindowQuery.h"
+#include "platform/x11/X11ScreenStream.h"
+
+namespace marrowfin::x11 {
+
+using namespace platform;
+
+namespace {
+
+Result<ShareableContent> readContent(GrabLink& link) {
+    const auto grabber = link.grabber();
+    if (!grabber)
+        return tl::unexpected(grabber.error());
+    const Connection& connection = (*grabber)->server();
+    const auto layout = link.layouts().current();
+    ShareableContent content;
+    for (const NativeDisplay& display : layout->displays())
+        content.displays.push_back(
+            {display.id, layout->frame(display), display.points.width(), display.native.width()});
+    const DesktopWindows desktop = readDesktopWindows(connection);
+    std::vector<WindowFacts> facts = readWindows(connection, desktop.backToFront);
+    addMissingPids(connection, facts);
+    if (connection.isLost())
+        return failure(QStringLiteral("The connection to the X server is lost."));
+    content.windows = pickableWindows(facts, desktop.currentWorkspace, *layout);
+    return content;
+}
+
+} // namespace
+
+X11ScreenSource::X11ScreenSource(const QByteArray& displayName, std::shared_ptr<LayoutBoard> board)
+    : link(std::make_shared<GrabLink>(displayName, std::move(board))) {
+    link->queue().async([link = link.get()] { link->grabber(); });
+}
+
+Outcome<ShareableContent> X11ScreenSource::content() {
+    auto [settler, outcome] = makeOutcome<ShareableContent>();
+    link->queue().async([link = link, settler = settler] { settler.settle(readContent(*link)); });
+    return outcome;
+}
+
+std::shared_ptr<ScreenStream> X11ScreenSource::makeStream(const ContentFilter& filter,
+                                                          const StreamConfiguration& configuration) {
+    return std::make_shared<X11ScreenStream>(link, filter, configuration);
+}
+
+} // namespace marrowfin::x11
