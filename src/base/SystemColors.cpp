@@ -36,6 +36,8 @@ QColor systemColor(SystemColor name, ColorScheme scheme) {
         return either(QColor(246, 246, 246), QColor(40, 40, 40));
     case SystemColor::separator:
         return either(QColor(0, 0, 0, 26), QColor(255, 255, 255, 26));
+    case SystemColor::underPageBackground:
+        return either(QColor(150, 150, 150), QColor(40, 40, 40));
     case SystemColor::black:
         return QColor(0, 0, 0);
     case SystemColor::white:

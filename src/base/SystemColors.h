@@ -24,6 +24,7 @@ enum class SystemColor {
     controlAccent,  // controlAccentColor
     windowBackground,
     separator,
+    underPageBackground, // what an image is shown on
     black,
     white,
 };
