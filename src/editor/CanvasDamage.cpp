@@ -1,0 +1,140 @@
+#include "editor/CanvasDamage.h"
+
+#include "base/Geometry.h"
+#include "editor/CropOverlay.h"
+
+#include <algorithm>
+
+namespace marrowfin {
+
+namespace {
+
+constexpr double shadowReach = 6.0;    // image points, beyond the stroke
+constexpr double selectionReach = 6.0; // view points: half a handle and its outline
+
+// Whole points around it, and one more for what antialiasing spreads.
+QRect around(const QRectF& rect) {
+    if (!isFinite(rect))
+        return {};
+    constexpr double farthest = 1e5; // beyond any screen, and within a region's numbers
+    const QRectF reachable(-farthest, -farthest, 2 * farthest, 2 * farthest);
+    const auto common = intersection(rect, reachable);
+    return common ? common->toAlignedRect().adjusted(-1, -1, 1, 1) : QRect();
+}
+
+QRegion ring(const QRectF& rect, double reach) {
+    const QRectF inner = inset(rect, reach, reach);
+    const QRegion outer(around(inset(rect, -reach, -reach)));
+    return isEmpty(inner) ? outer : outer - QRegion(around(inner).adjusted(3, 3, -3, -3));
+}
+
+// Where a filled box was or is, but not both.
+QRegion difference(const QRectF& before, const QRectF& after) {
+    const auto shrunk = [](const QRectF& rect) { return QRegion(around(rect).adjusted(3, 3, -3, -3)); };
+    return (QRegion(around(before)) + around(after)) - (shrunk(before) & shrunk(after));
+}
+
+double reachBeyondBounds(const AnyAnnotation& annotation) {
+    // Letters lean out of their line and accents rise above it; a stroke's corners are pointed.
+    if (const auto* text = annotation.as<TextAnnotation>())
+        return std::max(text->fontSize, 1.0);
+    return annotation.strokeWidth() + shadowReach + 1;
+}
+
+// What of the stroke an appended point can change: smoothing looks a few points back.
+constexpr double smoothingReach = 24.0;
+
+QRectF tailBounds(const QList<QPointF>& points, qsizetype from) {
+    QRectF bounds(points.last(), QSizeF(0, 0));
+    double walked = 0;
+    for (qsizetype i = points.size() - 1; i >= 0; --i) {
+        bounds = unionOf(bounds, QRectF(points[i], QSizeF(0, 0)));
+        if (i < from && (walked += distance(points[i], points[i + 1])) > smoothingReach)
+            break;
+    }
+    return bounds;
+}
+
+bool continues(const FreehandAnnotation& before, const FreehandAnnotation& after) {
+    return before.points.size() <= after.points.size() && !before.points.isEmpty() &&
+           before.strokeColor == after.strokeColor && before.strokeWidth == after.strokeWidth &&
+           std::equal(before.points.begin(), before.points.end(), after.points.begin());
+}
+
+QRegion strokeDamage(const FreehandAnnotation& before, const FreehandAnnotation& after,
+                     const CanvasFit& fit) {
+    const double reach = after.strokeWidth + shadowReach + 1;
+    const QRectF tail = tailBounds(after.points, before.points.size());
+    return around(fit.toView(inset(tail, -reach, -reach)));
+}
+
+template <class Record>
+bool bothAre(const AnyAnnotation& before, const AnyAnnotation& after) {
+    return before.as<Record>() && after.as<Record>();
+}
+
+QRegion changeDamage(const AnyAnnotation& before, const AnyAnnotation& after, const CanvasFit& fit) {
+    if (bothAre<FreehandAnnotation>(before, after) &&
+        continues(*before.as<FreehandAnnotation>(), *after.as<FreehandAnnotation>()))
+        return strokeDamage(*before.as<FreehandAnnotation>(), *after.as<FreehandAnnotation>(), fit);
+    if (bothAre<BlurAnnotation>(before, after) || bothAre<HighlightAnnotation>(before, after))
+        return difference(fit.toView(before.boundingRect()), fit.toView(after.boundingRect()));
+    return inkDamage(&before, nullptr, fit) + inkDamage(nullptr, &after, fit);
+}
+
+} // namespace
+
+QRectF inkBounds(const AnyAnnotation& annotation) {
+    const double reach = reachBeyondBounds(annotation);
+    return inset(annotation.boundingRect(), -reach, -reach);
+}
+
+QRegion inkDamage(const AnyAnnotation* before, const AnyAnnotation* after, const CanvasFit& fit) {
+    if (before && after)
+        return *before == *after ? QRegion() : changeDamage(*before, *after, fit);
+    const AnyAnnotation* one = before ? before : after;
+    if (!one)
+        return {};
+    if (one->as<RectangleAnnotation>()) // nothing changes inside an outline
+        return ring(fit.toView(one->boundingRect()), reachBeyondBounds(*one) * fit.scale);
+    return around(fit.toView(inkBounds(*one)));
+}
+
+QRegion inkDamage(const QList<AnyAnnotation>& before, const QList<AnyAnnotation>& after,
+                  const CanvasFit& fit) {
+    if (before.constData() == after.constData())
+        return {};
+    // Records keep their places but for those that were added or removed.
+    QRegion damage;
+    const qsizetype common = std::min(before.size(), after.size());
+    qsizetype same = 0;
+    for (; same < common && before[same].id() == after[same].id(); ++same)
+        damage += inkDamage(&before[same], &after[same], fit);
+    const auto addAll = [&](const QList<AnyAnnotation>& list) {
+        for (qsizetype i = same; i < list.size(); ++i)
+            damage += inkDamage(nullptr, &list[i], fit);
+    };
+    addAll(before);
+    addAll(after);
+    return damage;
+}
+
+QRegion selectionDamage(const AnyAnnotation* selected, const CanvasFit& fit) {
+    return selected ? ring(fit.toView(selected->boundingRect()), selectionReach) : QRegion();
+}
+
+QRegion cropDamage(const std::optional<QRectF>& before, const std::optional<QRectF>& after,
+                   const QSizeF& image, const CanvasFit& fit) {
+    if (before == after)
+        return {};
+    QRegion damage;
+    // The thirds run all through the rectangle.
+    for (const auto& one : {before, after})
+        if (one)
+            damage += around(inset(fit.toView(*one), -cropOverlayReach, -cropOverlayReach));
+    if (!before || !after)
+        damage += around(fit.toView(QRectF(QPointF(0, 0), image)));
+    return damage;
+}
+
+} // namespace marrowfin

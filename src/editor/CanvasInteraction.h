@@ -1,0 +1,52 @@
+// What presses, drags and releases do to the document with every tool but crop. Image points, y down; `scale`
+// is the canvas scale. Owned by the canvas, which draws the record being dragged out. Main thread.
+#pragma once
+
+#include "annotation/AnnotationDocument.h"
+#include "annotation/ToolState.h"
+#include "editor/TextSession.h"
+
+#include <optional>
+
+namespace marrowfin {
+
+enum class ClickCount { Single, Double };
+
+// The canvas is to open an edit of this text.
+struct TextRequest {
+    TextSession session;
+    QString text;
+};
+
+struct InteractionState {
+    enum class Kind { moving, resizing, idle, drawing };
+    Kind kind = Kind::idle;
+    ResizeHandle handle = ResizeHandle::topLeft; // the one that is dragged while resizing
+};
+
+class CanvasInteraction {
+public:
+    // The record that is being dragged out, if any.
+    const std::optional<AnyAnnotation>& inProgressAnnotation() const { return inProgress; }
+    const InteractionState& interaction() const { return state; }
+
+    std::optional<TextRequest> mouseDown(AnnotationDocument& document, ToolState& tools, const QPointF& point,
+                                         double scale, ClickCount clicks);
+    void mouseDragged(AnnotationDocument& document, const QPointF& point);
+    void mouseUp(AnnotationDocument& document);
+
+    // Another document: what was going on in the old one is over.
+    void reset();
+
+private:
+    std::optional<TextRequest> pressToSelect(AnnotationDocument& document, const QPointF& point, double scale,
+                                             ClickCount clicks);
+    static void placeNumber(AnnotationDocument& document, const ToolState& tools, const QPointF& point);
+    void updateInProgress(const QPointF& point);
+
+    InteractionState state;
+    QPointF dragStart; // of the press, then of the last step of a move
+    std::optional<AnyAnnotation> inProgress;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,63 @@
+#include "editor/CropOverlay.h"
+
+#include "annotation/ResizeHandle.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace marrowfin {
+
+namespace {
+
+constexpr double handleSide = 9.0; // view points
+
+QColor grey(int level, double alpha) {
+    QColor color(level, level, level);
+    color.setAlphaF(static_cast<float>(alpha));
+    return color;
+}
+
+QPen solid(const QColor& color, double width) {
+    return {color, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
+}
+
+void dim(QPainter& painter, const QRectF& cropRect, const QSizeF& image) {
+    QPainterPath around;
+    around.setFillRule(Qt::OddEvenFill);
+    const QRectF whole(QPointF(0, 0), image);
+    around.addRect(whole);
+    around.addRect(cropRect.intersected(whole));
+    painter.fillPath(around, grey(0, 0.45));
+}
+
+void drawThirds(QPainter& painter, const QRectF& rect, double scale) {
+    painter.setPen(solid(grey(255, 0.35), 1 / scale));
+    for (const double part : {1.0 / 3, 2.0 / 3}) {
+        const double x = rect.x() + rect.width() * part;
+        const double y = rect.y() + rect.height() * part;
+        painter.drawLine(QPointF(x, rect.top()), QPointF(x, rect.bottom()));
+        painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+    }
+}
+
+} // namespace
+
+void drawCropOverlay(QPainter& painter, const QRectF& cropRect, const QSizeF& image, double scale) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    dim(painter, cropRect, image);
+    painter.setBrush(Qt::NoBrush);
+    drawThirds(painter, cropRect, scale);
+    painter.setPen(solid(grey(0, 0.5), 3 / scale));
+    painter.drawRect(cropRect);
+    painter.setPen(solid(Qt::white, 1.5 / scale));
+    painter.drawRect(cropRect);
+    painter.setPen(solid(grey(0, 0.5), 1 / scale));
+    for (const auto& [handle, square] : handleRects(cropRect, handleSide / scale)) {
+        painter.fillRect(square, Qt::white);
+        painter.drawRect(square);
+    }
+    painter.restore();
+}
+
+} // namespace marrowfin
