@@ -7,6 +7,10 @@ target_compile_definitions(marrowfin_flags INTERFACE QT_NO_CAST_TO_ASCII QT_NO_K
 if(MARROWFIN_WERROR)
     target_compile_options(marrowfin_flags INTERFACE -Werror)
 endif()
+if(CMAKE_UNITY_BUILD)
+    # A unity file includes its sources, which makes every private type of theirs one that a header defines.
+    target_compile_options(marrowfin_flags INTERFACE -Wno-subobject-linkage)
+endif()
 if(MARROWFIN_SANITIZE)
     target_compile_options(marrowfin_flags INTERFACE -fsanitize=${MARROWFIN_SANITIZE} -fno-omit-frame-pointer
                            -fno-sanitize-recover=all)
