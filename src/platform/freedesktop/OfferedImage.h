@@ -1,0 +1,28 @@
+// What other programs find on the clipboard after a copy of an image. QClipboard owns it. Main thread.
+#pragma once
+
+#include "base/Image.h"
+
+#include <QMimeData>
+
+namespace marrowfin::freedesktop {
+
+class OfferedImage : public QMimeData {
+    Q_OBJECT
+public:
+    // The image is encoded already.
+    explicit OfferedImage(Image image);
+
+    const Image& image() const { return offered; }
+
+    QStringList formats() const override;
+    bool hasFormat(const QString& mimeType) const override;
+
+protected:
+    QVariant retrieveData(const QString& mimeType, QMetaType type) const override;
+
+private:
+    Image offered;
+};
+
+} // namespace marrowfin::freedesktop
