@@ -1,6 +1,7 @@
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 
 #include "base/ImageReader.h"
+#include "platform/freedesktop/ClipboardHandOver.h"
 #include "platform/freedesktop/OfferedImage.h"
 
 #include <QClipboard>
@@ -9,6 +10,25 @@
 
 namespace marrowfin::freedesktop {
 
+struct FreedesktopPasteboard::Write {
+    std::unique_ptr<QMimeData> data;
+    // Null for other contents.
+    Image image;
+    Settler<void> settler;
+
+    void offer() {
+        if (!image.isNull() && image.png().isEmpty()) {
+            settler.settle(failure(QStringLiteral("The image could not be encoded.")));
+            return;
+        }
+        QGuiApplication::clipboard()->setMimeData(data.release());
+        if (ownsClipboard())
+            settler.settle({});
+        else
+            settler.settle(failure(QStringLiteral("Another program holds the clipboard.")));
+    }
+};
+
 namespace {
 
 // Lossless first; nothing that isn't pixels.
@@ -16,24 +36,21 @@ const QStringList readableTypes{QStringLiteral("image/png"),  QStringLiteral("im
                                 QStringLiteral("image/tiff"), QStringLiteral("image/webp"),
                                 QStringLiteral("image/jpeg"), QStringLiteral("image/gif")};
 
-QClipboard& clipboard() {
-    return *QGuiApplication::clipboard();
-}
-
-Result<void> offerOnClipboard(std::unique_ptr<QMimeData> data) {
-    clipboard().setMimeData(data.release());
-    // The window system refuses an owner whose last input is older than that of the present one.
-    if (!clipboard().ownsClipboard())
-        return failure(QStringLiteral("Another program holds the clipboard."));
+// The best form that the clipboard's owner gives us; empty when there is none.
+QByteArray offeredImageBytes(const QMimeData& data) {
+    const QStringList offered = data.formats();
+    for (const QString& type : readableTypes)
+        if (offered.contains(type))
+            if (QByteArray bytes = data.data(type); !bytes.isEmpty())
+                return bytes;
     return {};
 }
 
-// The first encoded form that can be decoded, on the queue on which it is called.
-std::optional<Image> firstReadable(const QList<QByteArray>& candidates) {
-    for (const QByteArray& bytes : candidates)
-        if (Result<Image> image = marrowfin::readImage(bytes); image && !image->isNull())
-            return *image;
-    return std::nullopt;
+std::optional<Image> decoded(const QByteArray& bytes) {
+    Result<Image> image = marrowfin::readImage(bytes);
+    if (!image || image->isNull())
+        return std::nullopt;
+    return *image;
 }
 
 } // namespace
@@ -47,79 +64,73 @@ FreedesktopPasteboard::~FreedesktopPasteboard() {
 }
 
 void FreedesktopPasteboard::supersedePendingWrite() {
-    if (!pending)
-        return;
-    pending->settler.settle(failure(QStringLiteral("Something else was copied since.")));
-    pending.reset();
+    if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
+        write->settler.settle(failure(QStringLiteral("Something else was copied since.")));
 }
 
 // Empty contents of ours rather than no owner: clipboard managers bring the old contents back when an owner
 // goes, and they would do it over the image that is written next.
 void FreedesktopPasteboard::clearContents() {
-    supersedePendingWrite();
-    (void)offerOnClipboard(std::make_unique<QMimeData>());
+    begin(std::make_unique<QMimeData>());
+}
+
+Outcome<void> FreedesktopPasteboard::writeText(const QString& text) {
+    auto data = std::make_unique<QMimeData>();
+    data->setText(text);
+    return begin(std::move(data));
 }
 
 Outcome<void> FreedesktopPasteboard::writeImage(const Image& image) {
+    if (image.isNull())
+        return settled<void>(failure(QStringLiteral("There is no image to copy.")));
+    return begin(std::make_unique<OfferedImage>(image), image);
+}
+
+Outcome<void> FreedesktopPasteboard::begin(std::unique_ptr<QMimeData> data, const Image& image) {
     supersedePendingWrite();
     auto [settler, outcome] = makeOutcome<void>();
-    if (image.isEncoded()) {
-        offer(image, settler);
+    pending = std::make_shared<Write>(std::move(data), image, settler);
+    if (image.isNull() || image.isEncoded()) {
+        offerWhenTimely(pending);
         return outcome;
     }
-    pending = std::make_shared<PendingWrite>(PendingWrite{image, settler});
     image.encoded().then([this, weak = std::weak_ptr(pending)](const Result<QByteArray>&) {
-        const std::shared_ptr<PendingWrite> write = weak.lock();
-        if (!write || write != pending)
-            return;
-        pending.reset();
-        offer(write->image, write->settler);
+        if (const std::shared_ptr<Write> write = weak.lock())
+            offerWhenTimely(write);
     });
     return outcome;
 }
 
-void FreedesktopPasteboard::offer(const Image& image, const Settler<void>& settler) {
-    if (image.png().isEmpty())
-        settler.settle(failure(QStringLiteral("The image could not be encoded.")));
-    else
-        settler.settle(offerOnClipboard(std::make_unique<OfferedImage>(image)));
-}
-
-Outcome<void> FreedesktopPasteboard::writeText(const QString& text) {
-    supersedePendingWrite();
-    auto data = std::make_unique<QMimeData>();
-    data->setText(text);
-    return settled(offerOnClipboard(std::move(data)));
+// The pasteboard keeps a write alive exactly as long as nothing has taken its place.
+void FreedesktopPasteboard::offerWhenTimely(const std::shared_ptr<Write>& write) {
+    clock.whenCurrent([this, weak = std::weak_ptr(write)] {
+        if (weak.expired())
+            return;
+        std::exchange(pending, nullptr)->offer();
+    });
 }
 
 Outcome<std::optional<Image>> FreedesktopPasteboard::readImage() {
     using Found = std::optional<Image>;
     if (pending)
-        return settled<Found>(pending->image);
-    const QMimeData* data = clipboard().mimeData();
+        return settled<Found>(pending->image.isNull() ? Found() : Found(pending->image));
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data)
         return settled<Found>(std::nullopt);
     if (const auto* ours = qobject_cast<const OfferedImage*>(data))
         return settled<Found>(ours->image());
-
-    QList<QByteArray> candidates;
-    const QStringList offered = data->formats();
-    for (const QString& type : readableTypes)
-        if (offered.contains(type))
-            if (QByteArray bytes = data->data(type); !bytes.isEmpty()) {
-                candidates << bytes;
-                break;
-            }
-    if (candidates.isEmpty())
+    const QByteArray bytes = offeredImageBytes(*data);
+    if (bytes.isEmpty())
         return settled<Found>(std::nullopt);
     auto [settler, outcome] = makeOutcome<Found>();
-    decoding.async([settler = settler, candidates] { settler.settle(firstReadable(candidates)); });
+    decoding.async([settler = settler, bytes] { settler.settle(decoded(bytes)); });
     return outcome;
 }
 
 void FreedesktopPasteboard::handOver() {
-    if (const std::shared_ptr<PendingWrite> write = std::exchange(pending, nullptr))
-        offer(write->image, write->settler);
+    if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
+        write->offer();
+    handOverClipboard();
 }
 
 } // namespace marrowfin::freedesktop

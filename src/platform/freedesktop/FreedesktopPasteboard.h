@@ -1,14 +1,17 @@
 // The clipboard through QClipboard. What we offer of an image is its one PNG encoding; pixels in other forms
-// are made only when a program asks for them. At most one write waits for its encoding: a later call takes
-// its place. Main thread; decoding of what others offer runs on a queue of its own.
+// are made only when a program asks for them. At most one write is under way (its encoding is awaited, or the
+// server's time): a later call takes its place. Main thread; decoding of what others offer runs on a queue of
+// its own.
 #pragma once
 
 #include "platform/Pasteboard.h"
 
 #include "base/SerialQueue.h"
+#include "platform/freedesktop/SelectionClock.h"
 
-#include <QStringList>
 #include <memory>
+
+class QMimeData;
 
 namespace marrowfin::freedesktop {
 
@@ -24,15 +27,14 @@ public:
     void handOver() override;
 
 private:
-    struct PendingWrite {
-        Image image;
-        Settler<void> settler;
-    };
-    void offer(const Image& image, const Settler<void>& settler);
+    struct Write;
+    Outcome<void> begin(std::unique_ptr<QMimeData> data, const Image& image = {});
+    void offerWhenTimely(const std::shared_ptr<Write>& write);
     void supersedePendingWrite();
 
-    // Set while an image's encoding is awaited.
-    std::shared_ptr<PendingWrite> pending;
+    // Set from the call until the contents are on the clipboard.
+    std::shared_ptr<Write> pending;
+    SelectionClock clock;
     SerialQueue decoding;
 };
 

@@ -1,22 +1,22 @@
 #include "platform/freedesktop/OfferedImage.h"
 
-#include <QBuffer>
-
 namespace marrowfin::freedesktop {
 
 namespace {
 const QString pngType = QStringLiteral("image/png");
-const QString bmpType = QStringLiteral("image/bmp");
+// Answered by the toolkit itself on X11.
+const QString timestampType = QStringLiteral("TIMESTAMP");
 // The toolkit's own name for pixels.
 const QString pixelsType = QStringLiteral("application/x-qt-image");
 } // namespace
 
 OfferedImage::OfferedImage(Image image) : offered(std::move(image)) {}
 
-// The toolkit's type is not listed: for it the toolkit would offer every format that it can write, and encode
-// a PNG of its own on each request.
+// PNG alone: clipboard managers fetch every form on every copy, and the toolkit, had its own type been
+// listed, would offer all that it can write and encode each anew. Something else has to come first, because
+// Xfce's clipboard manager drops the first form of those that it keeps.
 QStringList OfferedImage::formats() const {
-    return {pngType, bmpType};
+    return {timestampType, pngType};
 }
 
 bool OfferedImage::hasFormat(const QString& mimeType) const {
@@ -28,13 +28,6 @@ QVariant OfferedImage::retrieveData(const QString& mimeType, QMetaType type) con
         return offered.png();
     if (mimeType == pixelsType)
         return offered.pixels();
-    if (mimeType == bmpType) {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        offered.pixels().save(&buffer, "BMP");
-        return bytes;
-    }
     return QMimeData::retrieveData(mimeType, type);
 }
 

@@ -10,7 +10,7 @@ namespace marrowfin::freedesktop {
 class OfferedImage : public QMimeData {
     Q_OBJECT
 public:
-    // The image is encoded already.
+    // Its encoding is finished by the time that this goes onto the clipboard.
     explicit OfferedImage(Image image);
 
     const Image& image() const { return offered; }

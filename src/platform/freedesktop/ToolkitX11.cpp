@@ -1,0 +1,48 @@
+#include "platform/freedesktop/ToolkitX11.h"
+
+#include <QGuiApplication>
+#include <cstdlib>
+#include <memory>
+
+namespace marrowfin::freedesktop::toolkitx11 {
+
+namespace {
+template <class T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+} // namespace
+
+xcb_connection_t* connection() {
+    auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    xcb_connection_t* found = x11 ? x11->connection() : nullptr;
+    return found && !xcb_connection_has_error(found) ? found : nullptr;
+}
+
+xcb_atom_t intern(const QByteArray& name) {
+    xcb_connection_t* server = connection();
+    if (!server)
+        return XCB_ATOM_NONE;
+    const auto cookie = xcb_intern_atom(server, 0, static_cast<std::uint16_t>(name.size()), name.constData());
+    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(server, cookie, nullptr), std::free);
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+xcb_window_t selectionOwner(const QByteArray& selection) {
+    const xcb_atom_t atom = intern(selection);
+    if (atom == XCB_ATOM_NONE)
+        return XCB_NONE;
+    const auto cookie = xcb_get_selection_owner(connection(), atom);
+    const Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection(), cookie, nullptr), std::free);
+    return reply ? reply->owner : xcb_window_t{XCB_NONE};
+}
+
+bool isOurs(xcb_window_t window) {
+    xcb_connection_t* server = connection();
+    if (!server || window == XCB_NONE)
+        return false;
+    // A resource's id carries the client that made it.
+    const xcb_setup_t* setup = xcb_get_setup(server);
+    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+} // namespace marrowfin::freedesktop::toolkitx11

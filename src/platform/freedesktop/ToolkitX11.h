@@ -1,0 +1,18 @@
+// The few questions about selections that go to the X server over the toolkit's connection. Each is one round
+// trip and answers "nobody" on other window systems and when the server is gone. Main thread.
+#pragma once
+
+#include <QByteArray>
+#include <xcb/xcb.h>
+
+namespace marrowfin::freedesktop::toolkitx11 {
+
+// Null on other window systems, and when the connection is lost.
+xcb_connection_t* connection();
+xcb_atom_t intern(const QByteArray& name);
+// XCB_NONE when nobody has the selection.
+xcb_window_t selectionOwner(const QByteArray& selection);
+// Made by this connection.
+bool isOurs(xcb_window_t window);
+
+} // namespace marrowfin::freedesktop::toolkitx11

@@ -1,0 +1,180 @@
+// What other programs find on the clipboard, and what we find of theirs.
+#include "desktop/freedesktop/support/Copier.h"
+#include "platform/freedesktop/FreedesktopPasteboard.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QRandomGenerator>
+
+using namespace marrowfin;
+using namespace marrowfin::testsupport;
+using freedesktop::FreedesktopPasteboard;
+
+namespace {
+
+const QString pngType = QStringLiteral("image/png");
+const QString textType = QStringLiteral("UTF8_STRING");
+
+QImage noise(int width, int height, quint32 seed = 1) {
+    QImage pixels(width, height, QImage::Format_RGB32);
+    QRandomGenerator random(seed);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            pixels.setPixel(x, y, 0xff000000u | random.generate());
+    return pixels;
+}
+
+Image encodedImage(const QImage& pixels) {
+    Image image = Image::captured(pixels);
+    image.png();
+    return image;
+}
+
+QByteArray fileBytes(const QImage& pixels, const char* format) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    pixels.save(&buffer, format);
+    return bytes;
+}
+
+bool othersOffer(const QString& type) {
+    return waitUntil([&type] {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        return !freedesktop::ownsClipboard() && data && data->hasFormat(type);
+    });
+}
+
+std::optional<Image> readBack(FreedesktopPasteboard& pasteboard) {
+    Result<std::optional<Image>> read = await(pasteboard.readImage());
+    EXPECT_TRUE(read.has_value());
+    return read ? *read : std::nullopt;
+}
+
+} // namespace
+
+TEST(Pasteboard, anotherProgramReadsTheOneEncoding) {
+    FreedesktopPasteboard pasteboard;
+    const Image image = encodedImage(noise(640, 400));
+    ASSERT_TRUE(await(pasteboard.writeImage(image)));
+    const ProgramResult pasted = paste(pngType);
+    EXPECT_EQ(pasted.exitCode, 0);
+    EXPECT_TRUE(pasted.output == image.png());
+}
+
+// More than the server takes in one request, so it goes over in pieces.
+TEST(Pasteboard, aLargeImageArrivesWhole) {
+    FreedesktopPasteboard pasteboard;
+    const Image image = encodedImage(noise(3840, 2160));
+    ASSERT_TRUE(await(pasteboard.writeImage(image)));
+    EXPECT_TRUE(paste(pngType).output == image.png());
+}
+
+TEST(Pasteboard, nothingIsOfferedThatWouldBeEncodedAgain) {
+    FreedesktopPasteboard pasteboard;
+    const QImage pixels = noise(32, 20);
+    ASSERT_TRUE(await(pasteboard.writeImage(encodedImage(pixels))));
+    QStringList images;
+    for (const QByteArray& target : paste(QStringLiteral("TARGETS")).output.split('\n'))
+        if (target.startsWith("image/"))
+            images << QString::fromLatin1(target);
+    EXPECT_EQ(images, QStringList{pngType});
+    // Our own toolkit finds the pixels all the same.
+    EXPECT_EQ(qvariant_cast<QImage>(QGuiApplication::clipboard()->mimeData()->imageData()), pixels);
+}
+
+TEST(Pasteboard, aWriteWaitsForItsEncoding) {
+    FreedesktopPasteboard pasteboard;
+    const Image image = Image::captured(noise(1600, 1000));
+    ASSERT_TRUE(await(pasteboard.writeImage(image)));
+    EXPECT_TRUE(image.isEncoded());
+    EXPECT_TRUE(paste(pngType).output == image.png());
+}
+
+TEST(Pasteboard, theLastOfSeveralWritesStays) {
+    FreedesktopPasteboard pasteboard;
+    const Outcome<void> first = pasteboard.writeImage(Image::captured(noise(1600, 1000)));
+    pasteboard.clearContents();
+    const Outcome<void> second = pasteboard.writeText(QStringLiteral("gr\u00fcn"));
+    EXPECT_FALSE(await(first));
+    ASSERT_TRUE(await(second));
+    EXPECT_EQ(paste(textType).output, QByteArray("gr\xc3\xbcn"));
+    EXPECT_EQ(paste(pngType).output, QByteArray());
+}
+
+TEST(Pasteboard, whatCannotBeEncodedIsRefusedAndLeavesTheContents) {
+    FreedesktopPasteboard pasteboard;
+    ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("kept"))));
+    EXPECT_FALSE(await(pasteboard.writeImage({})));
+    EXPECT_EQ(paste(textType).output, QByteArray("kept"));
+}
+
+TEST(Pasteboard, nothingIsLeftAfterClearing) {
+    FreedesktopPasteboard pasteboard;
+    ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("secret"))));
+    pasteboard.clearContents();
+    ASSERT_TRUE(waitUntil([] { return paste(textType).output.isEmpty(); }));
+    EXPECT_EQ(readBack(pasteboard), std::nullopt);
+}
+
+// The other program copied after the last event that reached us.
+TEST(Pasteboard, takesTheClipboardFromAProgramThatCopiedLater) {
+    FreedesktopPasteboard pasteboard;
+    ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("first"))));
+    const OtherOwner other(textType, "theirs");
+    ASSERT_TRUE(waitUntil([] { return paste(textType).output == "theirs"; }));
+    ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("second"))));
+    EXPECT_EQ(paste(textType).output, QByteArray("second"));
+}
+
+TEST(Pasteboard, ownImagesComeBackAsThemselves) {
+    FreedesktopPasteboard pasteboard;
+    const Image image = Image::captured(noise(640, 400));
+    const Outcome<void> written = pasteboard.writeImage(image);
+    EXPECT_EQ(readBack(pasteboard), image); // while it is still being encoded
+    ASSERT_TRUE(await(written));
+    EXPECT_EQ(readBack(pasteboard), image);
+}
+
+TEST(Pasteboard, readsTheImagesOfOtherPrograms) {
+    FreedesktopPasteboard pasteboard;
+    const QImage pixels = noise(50, 30);
+    for (const char* format : {"PNG", "BMP"}) {
+        const QString type = QStringLiteral("image/") + QString::fromLatin1(format).toLower();
+        const OtherOwner other(type, fileBytes(pixels, format));
+        ASSERT_TRUE(othersOffer(type));
+        const std::optional<Image> read = readBack(pasteboard);
+        ASSERT_TRUE(read) << format;
+        EXPECT_EQ(read->pixels().convertToFormat(pixels.format()), pixels) << format;
+        EXPECT_EQ(read->size(), QSizeF(50, 30));
+    }
+    const OtherOwner other(QStringLiteral("image/jpeg"), fileBytes(pixels, "JPEG"));
+    ASSERT_TRUE(othersOffer(QStringLiteral("image/jpeg")));
+    const std::optional<Image> read = readBack(pasteboard);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->size(), QSizeF(50, 30));
+}
+
+TEST(Pasteboard, hostileBytesAndTextAreNoImage) {
+    FreedesktopPasteboard pasteboard;
+    QByteArray truncated = fileBytes(noise(200, 200), "PNG");
+    truncated.truncate(60);
+    QByteArray huge = fileBytes(noise(8, 8), "PNG");
+    huge.replace(16, 8, QByteArray::fromHex("7fffffff7fffffff"));
+    for (const QByteArray& bytes :
+         {truncated, huge, QByteArray("\x89PNG\r\n\x1a\n"), QByteArray(5000, 'x')}) {
+        const OtherOwner other(pngType, bytes);
+        ASSERT_TRUE(othersOffer(pngType));
+        EXPECT_EQ(readBack(pasteboard), std::nullopt);
+    }
+    const OtherOwner other(textType, "words");
+    ASSERT_TRUE(othersOffer(QStringLiteral("text/plain")));
+    EXPECT_EQ(readBack(pasteboard), std::nullopt);
+}
+
+TEST(Pasteboard, withoutAManagerTheContentsGoWithTheProgram) {
+    EXPECT_EQ(copyAndQuit(noise(64, 64)), 0);
+    EXPECT_NE(paste(pngType).exitCode, 0);
+}

@@ -1,0 +1,28 @@
+// Copies the picture that its argument names and quits the way the program does: clipboard handed over, then
+// the application object destroyed. With "--at-once" it quits before the picture's encoding is done.
+#include "base/ImageReader.h"
+#include "base/Log.h"
+#include "base/Shared.h"
+#include "platform/freedesktop/FreedesktopPasteboard.h"
+
+#include <QApplication>
+
+using namespace marrowfin;
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    const Result<Image> image = readImageFile(arguments.value(1));
+    if (!image)
+        return 2;
+    freedesktop::FreedesktopPasteboard pasteboard;
+    const Outcome<void> written = pasteboard.writeImage(*image);
+    if (!arguments.contains(QStringLiteral("--at-once"))) {
+        written.then([](const Result<void>& result) { QCoreApplication::exit(result ? 0 : 3); });
+        if (const int code = application.exec())
+            return code;
+    }
+    pasteboard.handOver();
+    SharedObjects::destroyAll();
+    return 0;
+}
