@@ -5,6 +5,7 @@
 #include <QString>
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,26 +33,45 @@ private:
     void (*handler)(int) = nullptr;
 };
 
-// A folder that can be read but not written. Root may write anywhere, so root becomes nobody meanwhile.
-class ReadOnlyFolder {
+// Root may do anything, so for a while root is nobody. Whoever runs the tests as themselves stays so.
+class OrdinaryUser {
 public:
-    explicit ReadOnlyFolder(const QString& folder) : path(folder.toLocal8Bit()), wasRoot(geteuid() == 0) {
-        chmod(path.constData(), 0555);
-        if (wasRoot && seteuid(nobody) != 0)
-            wasRoot = false;
-    }
-    ~ReadOnlyFolder() {
+    static constexpr uid_t nobody = 65534;
+
+    OrdinaryUser() : wasRoot(geteuid() == 0 && seteuid(nobody) == 0) {}
+    ~OrdinaryUser() {
         if (wasRoot && seteuid(0) != 0)
             std::abort();
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+    // Called before: makes it that user's own.
+    static bool owns(const QString& path) {
+        return geteuid() != 0 || chown(path.toLocal8Bit().constData(), nobody, static_cast<gid_t>(-1)) == 0;
+    }
+
+private:
+    bool wasRoot;
+};
+
+// A folder that can be read but not written.
+class ReadOnlyFolder {
+public:
+    explicit ReadOnlyFolder(const QString& folder) : path(folder.toLocal8Bit()) {
+        chmod(path.constData(), 0555);
+        user.emplace();
+    }
+    ~ReadOnlyFolder() {
+        user.reset();
         chmod(path.constData(), 0700);
     }
     ReadOnlyFolder(const ReadOnlyFolder&) = delete;
     ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
 
 private:
-    static constexpr uid_t nobody = 65534;
     QByteArray path;
-    bool wasRoot;
+    std::optional<OrdinaryUser> user;
 };
 
 } // namespace marrowfin::test
