@@ -1,0 +1,31 @@
+// Light or dark, and whether things should move: from the settings portal, live. Until the portal has
+// answered, or where there is none, the palette that the toolkit found decides. Main thread.
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <QDBusVariant>
+
+namespace marrowfin::freedesktop {
+
+class FreedesktopAppearance : public platform::Appearance {
+    Q_OBJECT
+public:
+    FreedesktopAppearance();
+
+    ColorScheme colorScheme() const override { return scheme; }
+    bool reduceMotion() const override { return reduced; }
+
+private Q_SLOTS:
+    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
+private:
+    void ask(const QString& group, const QString& key);
+    void take(const QString& group, const QString& key, QVariant value);
+
+    ColorScheme toolkitScheme; // before our own palette is set
+    ColorScheme scheme;
+    bool reduced = false;
+};
+
+} // namespace marrowfin::freedesktop
