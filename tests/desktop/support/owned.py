@@ -20,6 +20,7 @@ PACKAGES = {
     "openbox": "openbox",
     "picom": "picom",
     "pulseaudio": "pulseaudio",
+    "tesseract": "tesseract-ocr",
     "tint2": "tint2",
     "xclip": "xclip",
     "xdotool": "xdotool",

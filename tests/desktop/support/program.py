@@ -20,13 +20,14 @@ HOT_KEY_CODES = {3: 12, 4: 13, 5: 14}
 
 
 class Program:
-    def __init__(self, desktop, settings=None, corrections=None, environment=None, arguments=()):
+    def __init__(self, desktop, settings=None, corrections=None, environment=None, arguments=(),
+                 command=()):
         self.desktop = desktop
         self.display = desktop.display
         self.environment = dict(desktop.environment, **(environment or {}))
         if corrections:
             self.environment["MARROWFIN_CORRECTIONS"] = corrections
-        self.arguments = list(arguments)
+        self.command = [*command, PROGRAM, *arguments]
         self.lines = []
         self.errors = []
         if settings is not None:
@@ -66,7 +67,7 @@ class Program:
     # Its life.
 
     def start(self, wait_until_ready=True):
-        self.child = self.desktop.owned.start([PROGRAM, *self.arguments], "marrowfin", self.environment, log=False,
+        self.child = self.desktop.owned.start(self.command, "marrowfin", self.environment, log=False,
                                               stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self.readers = [self._collect(self.child.stdout, self.lines, "out"),
                         self._collect(self.child.stderr, self.errors, "err")]

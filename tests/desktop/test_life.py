@@ -1,0 +1,133 @@
+#!/usr/bin/python3
+"""From launch to end: hot keys that are taken, a tray that comes late, SIGTERM, the clipboard after the end."""
+
+import signal
+
+from Xlib import X
+
+from support import pixels, reading, windows
+from support.program import HOT_KEY_CODES, SUPER_SHIFT, Program
+from support.story import COPY_ONLY, Story, main
+from support.waiting import wait_for
+
+
+class ATakenKey(Story):
+    settings = COPY_ONLY
+
+    def take_key(self, *numbers):
+        """As another program would, under every lock."""
+        root = self.display.screen().root
+        for number in numbers:
+            for locks in (0, X.LockMask, X.Mod2Mask, X.LockMask | X.Mod2Mask):
+                root.grab_key(HOT_KEY_CODES[number], SUPER_SHIFT | locks, False, X.GrabModeAsync, X.GrabModeAsync)
+        self.display.sync()
+
+    def start_with_alert(self):
+        self.program = Program(self.desktop, settings=self.settings)
+        self.program.start(wait_until_ready=False)
+        alert = windows.wait_for_one(lambda: self.program.check_running() or self.program.dialogs(), "the alert")
+        return alert, reading.text_of(self.desktop, self.settled(alert.rectangle))
+
+    def test_the_alert_names_it_and_the_other_two_work(self):
+        self.take_key(4)
+        alert, text = self.start_with_alert()
+        self.assertIn("area capture", text)
+        self.assertIn("9878", text)
+        self.assertNotIn("fullscreen capture", text)
+        self.assertNotIn("window capture", text)
+        self.assertTrue(windows.tray_icons(self.display), "the icon stands behind the alert")
+        self.input.key("Escape")
+        wait_for(lambda: not self.program.dialogs(), "the alert closed")
+        screen = self.settled()
+        self.input.hot_key(3)
+        expected, soft = self.expected_area(screen, (0, 0, 1600, 1000))
+        self.assert_same(expected, self.program.wait_for_history(1), "the key that is free", soft)
+        self.input.hot_key(5)
+        wait_for(lambda: self.program.overlays() or self.program.check_running(), "the window selector")
+
+    def test_one_alert_for_all_three(self):
+        self.take_key(3, 4, 5)
+        _, text = self.start_with_alert()
+        for purpose in ("fullscreen capture", "area capture", "window capture"):
+            self.assertIn(purpose, text)
+
+
+class HotKeys(Story):
+    settings = COPY_ONLY
+
+    def test_they_work_under_every_lock(self):
+        self.start_program()
+        for count, lock in enumerate(("Caps_Lock", "Num_Lock"), 1):
+            with self.subTest(lock=lock):
+                self.input.key(lock)
+                self.input.hot_key(3)
+                self.program.wait_for_history(count)
+
+    def test_a_flag_of_a_later_version_is_said_to_be_missing(self):
+        self.program = Program(self.desktop, arguments=["--self-test", "--crop-demo"])
+        self.program.start(wait_until_ready=False)
+        self.assertEqual(self.program.wait(), 1)
+        self.assertEqual(len(self.program.lines), 1)
+        self.assertIn("--self-test", self.program.lines[0])
+
+    def test_what_merely_begins_with_a_flag_starts_the_program(self):
+        self.start_program(arguments=["--self-tests"])
+
+
+class ALateTray(Story):
+    desktop_options = {"tray": False}
+    settings = COPY_ONLY
+
+    def test_the_icon_appears_with_the_tray(self):
+        self.start_program()
+        self.desktop.start_tray()
+        wait_for(lambda: windows.tray_icons(self.display) or self.program.check_running(), "the icon in the late tray")
+        screen = self.settled()
+        self.choose_from_menu("Capture Fullscreen")
+        expected, soft = self.expected_area(screen, (0, 0, 1600, 1000))
+        self.assert_same(expected, self.program.wait_for_history(1), "a capture from the late menu", soft)
+
+
+class TheEnd(Story):
+    settings = COPY_ONLY
+
+    def test_sigterm_and_sigint_give_the_keys_back(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            with self.subTest(signal=number):
+                self.start_program()
+                self.assertEqual(self.program.stop(number), 0)
+                for code in HOT_KEY_CODES.values():
+                    self.assertFalse(windows.key_is_taken(self.display, code, SUPER_SHIFT))
+                self.assertEqual(windows.tray_icons(self.display), [])
+
+    def test_a_second_launch_is_as_the_first(self):
+        for count in (1, 2):
+            self.start_program()
+            self.input.hot_key(3)
+            self.program.wait_for_history(count)
+            self.assertEqual(self.program.stop(), 0)
+            self.assertEqual(self.program.lines, [])
+
+    def test_sigterm_while_an_overlay_is_up(self):
+        self.start_program()
+        self.bring_up_area_overlay()
+        self.assertEqual(self.program.stop(), 0)
+        self.assertFalse(windows.keyboard_is_grabbed(self.display))
+
+
+class TheClipboardAfterTheEnd(Story):
+    desktop_options = {"clipboard_manager": True}
+    settings = COPY_ONLY
+
+    def test_the_image_survives_with_a_clipboard_manager(self):
+        self.start_program()
+        self.input.hot_key(3)
+        image = self.program.wait_for_history(1)
+        wait_for(lambda: self.clipboard.png(), "the image on the clipboard")
+        self.assertEqual(self.program.stop(), 0)
+        wait_for(lambda: self.clipboard.png(), "the image on the clipboard after the end")
+        self.assert_same(image, self.clipboard.image(), "what the clipboard manager kept")
+
+
+if __name__ == "__main__":
+    main()
