@@ -1,8 +1,8 @@
 #include "platform/freedesktop/ClipboardHandOver.h"
 
-#include "platform/freedesktop/SelectionClock.h"
 #include "platform/freedesktop/ToolkitX11.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -51,7 +51,7 @@ void askToSaveTargets(xcb_window_t requestor) {
 } // namespace
 
 void handOverClipboard() {
-    if (!toolkitx11::connection() || !ownsClipboard())
+    if (!toolkitx11::connection() || !toolkitx11::ownsClipboard())
         return;
     if (toolkitx11::selectionOwner("CLIPBOARD_MANAGER") != XCB_NONE) {
         QWindow window;
@@ -64,7 +64,7 @@ void handOverClipboard() {
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
     // Given up rather than left to the toolkit's own handshake; a manager notices and offers its copy.
-    if (ownsClipboard())
+    if (toolkitx11::ownsClipboard())
         QGuiApplication::clipboard()->clear();
 }
 

@@ -3,6 +3,7 @@
 #include "base/ImageReader.h"
 #include "platform/freedesktop/ClipboardHandOver.h"
 #include "platform/freedesktop/OfferedImage.h"
+#include "platform/freedesktop/ToolkitX11.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -14,18 +15,20 @@ struct FreedesktopPasteboard::Write {
     std::unique_ptr<QMimeData> data;
     // Null for other contents.
     Image image;
-    Settler<void> settler;
+    OutcomePair<void> result = makeOutcome<void>();
+
+    void refuse(const QString& why) const { result.settler.settle(failure(why)); }
 
     void offer() {
         if (!image.isNull() && image.png().isEmpty()) {
-            settler.settle(failure(QStringLiteral("The image could not be encoded.")));
+            refuse(QStringLiteral("The image could not be encoded."));
             return;
         }
         QGuiApplication::clipboard()->setMimeData(data.release());
-        if (ownsClipboard())
-            settler.settle({});
+        if (toolkitx11::ownsClipboard())
+            result.settler.settle({});
         else
-            settler.settle(failure(QStringLiteral("Another program holds the clipboard.")));
+            refuse(QStringLiteral("Another program holds the clipboard."));
     }
 };
 
@@ -65,49 +68,46 @@ FreedesktopPasteboard::~FreedesktopPasteboard() {
 
 void FreedesktopPasteboard::supersedePendingWrite() {
     if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
-        write->settler.settle(failure(QStringLiteral("Something else was copied since.")));
+        write->refuse(QStringLiteral("Something else was copied since."));
 }
 
 // Empty contents of ours rather than no owner: clipboard managers bring the old contents back when an owner
-// goes, and they would do it over the image that is written next.
+// goes, and they would do it over the image that is written next. Mostly that happens within the same turn of
+// the event loop, and then nobody sees the empty contents at all.
 void FreedesktopPasteboard::clearContents() {
-    begin(std::make_unique<QMimeData>());
+    supersedePendingWrite();
+    pending = std::make_shared<Write>(Write{std::make_unique<QMimeData>(), {}});
+    postToMain([this, weak = std::weak_ptr(pending)] { offerIfStillWanted(weak); });
 }
 
 Outcome<void> FreedesktopPasteboard::writeText(const QString& text) {
+    supersedePendingWrite();
     auto data = std::make_unique<QMimeData>();
     data->setText(text);
-    return begin(std::move(data));
+    Write write{std::move(data), {}};
+    write.offer();
+    return write.result.outcome;
 }
 
 Outcome<void> FreedesktopPasteboard::writeImage(const Image& image) {
+    supersedePendingWrite();
     if (image.isNull())
         return settled<void>(failure(QStringLiteral("There is no image to copy.")));
-    return begin(std::make_unique<OfferedImage>(image), image);
-}
-
-Outcome<void> FreedesktopPasteboard::begin(std::unique_ptr<QMimeData> data, const Image& image) {
-    supersedePendingWrite();
-    auto [settler, outcome] = makeOutcome<void>();
-    pending = std::make_shared<Write>(std::move(data), image, settler);
-    if (image.isNull() || image.isEncoded()) {
-        offerWhenTimely(pending);
-        return outcome;
+    auto write = std::make_shared<Write>(Write{std::make_unique<OfferedImage>(image), image});
+    if (image.isEncoded()) {
+        write->offer();
+        return write->result.outcome;
     }
-    image.encoded().then([this, weak = std::weak_ptr(pending)](const Result<QByteArray>&) {
-        if (const std::shared_ptr<Write> write = weak.lock())
-            offerWhenTimely(write);
-    });
-    return outcome;
+    pending = write;
+    image.encoded().then(
+        [this, weak = std::weak_ptr(pending)](const Result<QByteArray>&) { offerIfStillWanted(weak); });
+    return write->result.outcome;
 }
 
 // The pasteboard keeps a write alive exactly as long as nothing has taken its place.
-void FreedesktopPasteboard::offerWhenTimely(const std::shared_ptr<Write>& write) {
-    clock.whenCurrent([this, weak = std::weak_ptr(write)] {
-        if (weak.expired())
-            return;
+void FreedesktopPasteboard::offerIfStillWanted(const std::weak_ptr<Write>& write) {
+    if (!write.expired())
         std::exchange(pending, nullptr)->offer();
-    });
 }
 
 Outcome<std::optional<Image>> FreedesktopPasteboard::readImage() {

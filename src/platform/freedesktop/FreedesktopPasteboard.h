@@ -7,7 +7,6 @@
 #include "platform/Pasteboard.h"
 
 #include "base/SerialQueue.h"
-#include "platform/freedesktop/SelectionClock.h"
 
 #include <memory>
 
@@ -29,12 +28,11 @@ public:
 private:
     struct Write;
     Outcome<void> begin(std::unique_ptr<QMimeData> data, const Image& image = {});
-    void offerWhenTimely(const std::shared_ptr<Write>& write);
+    void offerIfStillWanted(const std::weak_ptr<Write>& write);
     void supersedePendingWrite();
 
     // Set from the call until the contents are on the clipboard.
     std::shared_ptr<Write> pending;
-    SelectionClock clock;
     SerialQueue decoding;
 };
 

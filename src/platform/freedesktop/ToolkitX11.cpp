@@ -1,5 +1,6 @@
 #include "platform/freedesktop/ToolkitX11.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <cstdlib>
 #include <memory>
@@ -43,6 +44,12 @@ bool isOurs(xcb_window_t window) {
     // A resource's id carries the client that made it.
     const xcb_setup_t* setup = xcb_get_setup(server);
     return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+bool ownsClipboard() {
+    if (!connection())
+        return QGuiApplication::clipboard()->ownsClipboard();
+    return isOurs(selectionOwner("CLIPBOARD"));
 }
 
 } // namespace marrowfin::freedesktop::toolkitx11

@@ -14,5 +14,7 @@ xcb_atom_t intern(const QByteArray& name);
 xcb_window_t selectionOwner(const QByteArray& selection);
 // Made by this connection.
 bool isOurs(xcb_window_t window);
+// Whether the server agrees that the clipboard is ours; the toolkit only remembers having asked for it.
+bool ownsClipboard();
 
 } // namespace marrowfin::freedesktop::toolkitx11

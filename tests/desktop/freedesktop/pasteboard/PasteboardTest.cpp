@@ -1,6 +1,7 @@
 // What other programs find on the clipboard, and what we find of theirs.
 #include "desktop/freedesktop/support/Copier.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
+#include "platform/freedesktop/ToolkitX11.h"
 
 #include <QBuffer>
 #include <QClipboard>
@@ -43,7 +44,7 @@ QByteArray fileBytes(const QImage& pixels, const char* format) {
 bool othersOffer(const QString& type) {
     return waitUntil([&type] {
         const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-        return !freedesktop::ownsClipboard() && data && data->hasFormat(type);
+        return !freedesktop::toolkitx11::ownsClipboard() && data && data->hasFormat(type);
     });
 }
 
