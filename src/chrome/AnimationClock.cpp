@@ -79,7 +79,7 @@ void AnimationClock::arm() {
 }
 
 void AnimationClock::hold() {
-    heldTime = now();
+    heldTime = 3600;
     timer.stop();
 }
 

@@ -33,8 +33,8 @@ public:
     // False when nothing moves and nothing waits: then nothing wakes.
     bool isRunning() const { return !waiting.empty(); }
 
-    // Tests: time stands still from here on and moves by advance() alone, which ticks every client at its own
-    // due time on the way.
+    // Tests: time stands still, at a point of the frame grid, and moves by advance() alone, which ticks every
+    // client at its own due time on the way.
     void hold();
     void advance(double seconds);
 

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QWidget>
 #include <algorithm>
+#include <cmath>
 
 namespace marrowfin::chrome {
 
@@ -23,10 +24,13 @@ void LayerHost::setSize(const QSizeF& size) {
 
 void LayerHost::paint(QPainter& painter, const QRect& dirty) {
     painter.save();
+    // As painted, not as the widget has it: a picture of the widget may be denser than its screen.
+    const QTransform device = painter.deviceTransform();
+    const double density = std::hypot(device.m11(), device.m12());
     const QRectF deviceClip = painter.deviceTransform().mapRect(QRectF(dirty));
     painter.translate(0, top->bounds().height());
     painter.scale(1, -1);
-    LayerPainter::paint(painter, *top, shownTime, density(), deviceClip);
+    LayerPainter::paint(painter, *top, shownTime, density, deviceClip);
     painter.restore();
 }
 
@@ -36,10 +40,6 @@ QRectF LayerHost::toWidget(const QRectF& rect) const {
 
 QPointF LayerHost::toLayer(const QPointF& point) const {
     return {point.x(), top->bounds().height() - point.y()};
-}
-
-double LayerHost::density() const {
-    return widget.devicePixelRatioF();
 }
 
 void LayerHost::layerChanged(Layer& layer) {
@@ -98,7 +98,7 @@ void LayerHost::step(Layer& layer, double now, std::optional<double>& due) {
     layer.shownAt = now;
     std::erase_if(layer.animations, [&](const Layer::Running& run) { return run.animation.isOver(now); });
     for (const Layer::Running& running : layer.animations) {
-        const double next = layer.nextChange(running.animation, now, density());
+        const double next = layer.nextChange(running.animation, now, widget.devicePixelRatioF());
         due = due ? std::min(*due, next) : next;
     }
 }

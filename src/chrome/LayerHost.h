@@ -40,7 +40,6 @@ private:
     std::optional<double> tick(double now) override;
     // Steps the layer and those in it; adds the earliest next change to due.
     void step(Layer& layer, double now, std::optional<double>& due);
-    double density() const;
 
     QWidget& widget;
     std::unique_ptr<Layer> top;

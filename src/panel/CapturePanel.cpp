@@ -13,6 +13,9 @@ CapturePanel::CapturePanel(const Image& image, PanelActions actions)
     surface = platform::services().surfaceHost.host(*view, spec);
     surface->setInputRegion(view->cardRegion());
     surface->setOutline(view->cardOutline());
+    view->setComposited(surface->isComposited());
+    QObject::connect(surface.get(), &platform::Surface::compositedChanged, view.get(),
+                     [this] { view->setComposited(surface->isComposited()); });
     surfaceAnimator = std::make_unique<chrome::SurfaceAnimator>(*surface);
 }
 

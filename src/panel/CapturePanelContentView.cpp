@@ -1,93 +1,364 @@
 #include "panel/CapturePanelContentView.h"
 
-#include "base/SystemColors.h"
+#include "chrome/Place.h"
+#include "panel/CardDrag.h"
 #include "panel/PanelLayout.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
+#include "settings/HintCounters.h"
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
-#include <QToolButton>
+#include <QPointer>
+#include <QWheelEvent>
 
 namespace marrowfin {
 
+using chrome::Animation;
+using chrome::Motion;
+using chrome::Property;
+using chrome::TimingFunction;
+
 namespace {
-const QRectF cardRect(haloLeft, haloTop, cardSize.width(), cardSize.height());
-constexpr double cardRadius = 18;
+const QRectF cardInWindow(QPointF(haloLeft, haloBottom), cardSize);
+const QRectF card(QPointF(0, 0), cardSize);
+constexpr double thumbInset = 10;
+constexpr double thumbRadius = 9;
+constexpr double capsuleBottom = 10;
+const QRectF captionInCard(12, 47, cardSize.width() - 24, 13);
+// On hover the capture ends here, above caption and bar.
+constexpr double recededBottom = 66;
+constexpr double liftScale = 1.012;
+constexpr double arrivalScale = 0.94;
+constexpr double riseDistance = 7;
+constexpr double dragDistance = 4;
+
+QString transformSpring() {
+    return QStringLiteral("transformSpring");
+}
+
+chrome::Shadow boxShadow(const QPainterPath& path, double opacity, double radius, double below) {
+    chrome::Shadow shadow;
+    shadow.opacity = opacity;
+    shadow.radius = radius;
+    shadow.offset = {0, -below};
+    shadow.path = path;
+    return shadow;
+}
+
+Animation fadeIn(double seconds) {
+    return Animation::basic(Property::Opacity, 0.0, 1.0, seconds, TimingFunction::easeOut());
+}
 } // namespace
 
-CapturePanelContentView::CapturePanelContentView(const Image& image, PanelActions wishes)
-    : actions(std::move(wishes)) {
+CapturePanelContentView::CapturePanelContentView(const Image& captured, PanelActions wishes,
+                                                 BackdropKind kind)
+    : image(captured), actions(std::move(wishes)),
+      thumbnail(renderThumbnail(
+          image,
+          QRectF(QPointF(0, 0), card.adjusted(thumbInset, thumbInset, -thumbInset, -thumbInset).size()))),
+      host(*this), assembly(host.root().add()),
+      shadow(assembly, card, chrome::roundedRect(card, cardCornerRadius)),
+      surface(assembly, card, kind, thumbnail.tint), thumbHolder(assembly.add()), recede(thumbHolder.add()),
+      mount(recede.add()), sharp(buildThumbnail()), countdown(assembly, card), exported(image) {
     setAttribute(Qt::WA_TranslucentBackground);
-    resize(windowSize.toSize());
+    setAttribute(Qt::WA_AlwaysShowToolTips); // the window is never the active one
     setMouseTracking(true);
     setAccessibleName(QStringLiteral("Capture"));
-    const QSizeF room = inset(cardRect, 10, 10).size();
-    if (!image.isNull() && image.size().width() > 0 && image.size().height() > 0) {
-        const double scale =
-            std::min({room.width() / image.size().width(), room.height() / image.size().height(), 1.0});
-        fitted = (image.size() * scale).toSize().expandedTo({1, 1});
-        thumbnail = image.pixels().scaled(fitted * 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    }
-    closeButton = new QToolButton(this);
-    closeButton->setText(QStringLiteral("\u2715"));
-    closeButton->setAutoRaise(true);
-    closeButton->setFocusPolicy(Qt::NoFocus);
-    closeButton->setToolTip(QStringLiteral("Close"));
-    closeButton->setAccessibleName(QStringLiteral("Close"));
-    closeButton->setGeometry(QRectF(cardRect.right() - 34, cardRect.top() + 8, 26, 26).toRect());
-    connect(closeButton, &QToolButton::clicked, this, [this] { actions.close(); });
+    resize(windowSize.toSize());
+    host.setSize(windowSize);
+    assembly.setAnchorPoint({0, 0});
+    assembly.setFrame(cardInWindow);
+    assembly.setValue(Property::Opacity, 0.0);
+    const HintCounters counters;
+    showsHint = counters.panelCompletedDragOuts() <= 2 && counters.panelDragHintExposures() < 25;
+    buildCapsule();
+    buildCaption();
+    applyAppearance();
+    connect(&platform::services().appearance, &platform::Appearance::changed, this,
+            &CapturePanelContentView::applyAppearance);
+    exported.start([this](qint64 bytes) {
+        captureByteCount = bytes;
+        updateCaption();
+    });
+}
+
+chrome::Layer& CapturePanelContentView::buildThumbnail() {
+    thumbHolder.setFrame(card.adjusted(thumbInset, thumbInset, -thumbInset, -thumbInset));
+    const QRectF area = thumbHolder.bounds();
+    recede.setAnchorPoint({0.5, 1});
+    recede.setFrame(area);
+    recede.setShadow(boxShadow(chrome::roundedRect(area, thumbRadius), 0.22, 5, 2));
+    recede.setValue(Property::Opacity, 0.0);
+    mount.setFrame(area);
+    mount.setCornerRadius(thumbRadius, chrome::CornerCurve::Continuous);
+    mount.setMasksToBounds(true);
+    chrome::Layer& backdrop = mount.add();
+    backdrop.setFrame(area);
+    backdrop.setContents(thumbnail.backdrop);
+    chrome::Layer& veil = mount.add();
+    veil.setFrame(area);
+    veil.setValue(Property::BackgroundColor, QColor::fromRgbF(0, 0, 0, 0.18F));
+    chrome::Layer& picture = mount.add();
+    picture.setFrame(thumbnail.fit);
+    picture.setContents(thumbnail.sharp);
+    QPainterPath outline;
+    outline.addRect(picture.bounds());
+    picture.setShadow(boxShadow(outline, 0.3, 4, 1.5));
+    return picture;
+}
+
+void CapturePanelContentView::buildCapsule() {
+    capsule = new CapsuleBarView(this);
+    const auto add = [this](const QString& symbol, const QString& title) {
+        return &capsule->addButton(symbol, title);
+    };
+    GlassActionButton* copy = add(QStringLiteral("doc.on.doc"), QStringLiteral("Copy"));
+    GlassActionButton* save = add(QStringLiteral("square.and.arrow.down"), QStringLiteral("Save"));
+    GlassActionButton* annotate = add(QStringLiteral("pencil.tip"), QStringLiteral("Annotate"));
+    GlassActionButton* pin = add(QStringLiteral("pin"), QStringLiteral("Pin"));
+    GlassActionButton* close = add(QStringLiteral("xmark"), QStringLiteral("Close"));
+    connect(copy, &QAbstractButton::clicked, this, [this, copy] {
+        actions.copy();
+        copy->confirm();
+    });
+    connect(save, &QAbstractButton::clicked, this, [this, save] {
+        actions.save();
+        save->confirm();
+    });
+    connect(annotate, &QAbstractButton::clicked, this, [this] { actions.openEditor(); });
+    connect(pin, &QAbstractButton::clicked, this, [this] { actions.pin(); });
+    connect(close, &QAbstractButton::clicked, this, [this] { actions.close(); });
+    const double width = CapsuleBarView::widthFor(static_cast<int>(capsule->buttons().size()));
+    chrome::place(*capsule,
+                  QRectF((card.width() - width) / 2, capsuleBottom, width, CapsuleBarView::barHeight)
+                      .translated(cardInWindow.topLeft()));
+    capsuleRise = std::make_unique<chrome::Rise>(*capsule, riseDistance, -riseDistance);
+}
+
+void CapturePanelContentView::buildCaption() {
+    caption = new CaptionLabel(this);
+    chrome::place(*caption, captionInCard.translated(cardInWindow.topLeft()));
+    captionRise = std::make_unique<chrome::Rise>(*caption, riseDistance, -riseDistance);
+    updateCaption();
+}
+
+void CapturePanelContentView::updateCaption() {
+    caption->setCaption(marrowfin::captionText(realPixelSize(image), captureByteCount, showsHint));
+}
+
+void CapturePanelContentView::overrideDragHint(bool shows) {
+    hintOverridden = true;
+    showsHint = shows;
+    updateCaption();
+}
+
+void CapturePanelContentView::applyAppearance() {
+    const ColorScheme scheme = platform::services().appearance.colorScheme();
+    const bool dark = scheme == ColorScheme::Dark;
+    surface.setDark(dark);
+    const QColor edge = dark ? QColor::fromRgbF(1, 1, 1, 0.18F) : QColor::fromRgbF(0, 0, 0, 0.12F);
+    mount.setBorder({1, edge});
+    sharp.setBorder({1, edge});
+    QColor line = systemColor(SystemColor::controlAccent, scheme);
+    line.setAlphaF(0.7F);
+    countdown.setColor(line);
+    capsule->setColorScheme(scheme);
+    caption->setColorScheme(scheme);
+    shadow.setDark(dark);
+    shadow.update(SoftShadow::Change::AtOnce);
+    update();
+}
+
+void CapturePanelContentView::setComposited(bool value) {
+    composited = value;
+    shadow.setVisible(composited);
+    surface.setOpaque(!composited);
+    update();
 }
 
 QRegion CapturePanelContentView::cardRegion() const {
-    return QRegion(cardRect.toRect());
+    return QRegion(host.toWidget(cardInWindow).toRect());
 }
 
 QRegion CapturePanelContentView::cardOutline() const {
-    QPainterPath path;
-    path.addRoundedRect(cardRect, cardRadius, cardRadius);
+    const QPainterPath path = chrome::roundedRect(host.toWidget(cardInWindow), cardCornerRadius);
     return QRegion(path.toFillPolygon().toPolygon());
 }
 
-void CapturePanelContentView::paintEvent(QPaintEvent*) {
-    const bool dark = platform::services().appearance.colorScheme() == ColorScheme::Dark;
-    QPainter painter(this);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    painter.setPen(QColor(dark ? 90 : 200, dark ? 90 : 200, dark ? 90 : 200));
-    painter.setBrush(dark ? QColor(40, 40, 40) : QColor(246, 246, 246));
-    painter.drawRoundedRect(cardRect.adjusted(0.5, 0.5, -0.5, -0.5), cardRadius, cardRadius);
-    if (thumbnail.isNull())
+void CapturePanelContentView::playArrival() {
+    arrivalTime = chrome::AnimationClock::shared().now();
+    assembly.setValue(Property::Opacity, 1.0);
+    recede.setValue(Property::Opacity, 1.0);
+    if (chrome::currentMotion() == Motion::Reduced) {
+        assembly.addAnimation(QStringLiteral("arrivalFade"),
+                              Animation::basic(Property::Opacity, 0.0, 1.0, 0.2, TimingFunction::linear()));
         return;
-    QRectF target{QPointF(), QSizeF(fitted)};
-    target.moveCenter(cardRect.center());
-    painter.drawImage(target, thumbnail);
+    }
+    assembly.addAnimation(transformSpring(),
+                          Animation::spring(Property::Transform,
+                                            chrome::scaleAbout(card.center(), arrivalScale), QTransform(),
+                                            {1, 340, 26}));
+    assembly.addAnimation(QStringLiteral("arrivalFade"), fadeIn(0.2));
+    Animation later = fadeIn(0.28);
+    later.beginTime = arrivalTime + 0.09;
+    later.fillMode = chrome::FillMode::Backwards;
+    recede.addAnimation(QStringLiteral("thumbFade"), later);
 }
 
-void CapturePanelContentView::mousePressEvent(QMouseEvent* event) {
-    pressed = event->button() == Qt::LeftButton;
+void CapturePanelContentView::startCountdown(double seconds) {
+    countdown.start(seconds, arrivalTime);
 }
 
-void CapturePanelContentView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && std::exchange(pressed, false))
-        actions.openEditor();
+void CapturePanelContentView::freezeCountdown() {
+    countdown.freeze();
+}
+
+void CapturePanelContentView::setHovered(bool value, HoverSource source) {
+    if (hovered == value)
+        return;
+    const Motion motion = chrome::currentMotion();
+    hovered = value;
+    lift(hovered, motion);
+    recedeCapture(hovered, motion);
+    shadow.setLifted(hovered);
+    shadow.update(SoftShadow::Change::Animated);
+    if (capsule->isRevealed() != hovered) {
+        capsule->setRevealed(hovered);
+        capsuleRise->setShown(hovered, motion);
+    }
+    captionRise->setShown(hovered, motion);
+    if (hovered)
+        countHintExposure(source);
+}
+
+void CapturePanelContentView::lift(bool up, Motion motion) {
+    const chrome::Value standing = assembly.presented(Property::Transform);
+    const QTransform target = up ? chrome::scaleAbout(card.center(), liftScale) : QTransform();
+    assembly.removeAnimation(transformSpring());
+    assembly.setValue(Property::Transform, target);
+    if (motion == Motion::Full)
+        assembly.addAnimation(transformSpring(),
+                              Animation::spring(Property::Transform, standing, target, {1, 380, 28}));
+}
+
+void CapturePanelContentView::recedeCapture(bool back, Motion motion) {
+    const QString key = QStringLiteral("recede");
+    const chrome::Value standing = recede.presented(Property::Transform);
+    const QRectF holder = thumbHolder.frame();
+    const double scale = (maxY(holder) - recededBottom) / holder.height();
+    const QTransform target = back ? QTransform::fromScale(scale, scale) : QTransform();
+    recede.removeAnimation(key);
+    recede.setValue(Property::Transform, target);
+    if (motion == Motion::Reduced)
+        return;
+    recede.addAnimation(
+        key, back ? Animation::spring(Property::Transform, standing, target, {1, 420, 26})
+                  : Animation::basic(Property::Transform, standing, target, 0.14, TimingFunction::easeIn()));
+}
+
+void CapturePanelContentView::countHintExposure(HoverSource source) {
+    if (source != HoverSource::Pointer || !showsHint || hintOverridden || hintExposureCounted)
+        return;
+    hintExposureCounted = true;
+    HintCounters().countDragHintExposure();
+}
+
+QRectF CapturePanelContentView::captureFrame() const {
+    const double now = chrome::AnimationClock::shared().now();
+    return recede.toSuperlayer(now)
+        .mapRect(sharp.frame())
+        .translated(thumbHolder.frame().topLeft() + cardInWindow.topLeft());
+}
+
+QRectF CapturePanelContentView::capsuleFrame() const {
+    return chrome::placed(*capsule);
+}
+
+QRectF CapturePanelContentView::captionFrame() const {
+    return chrome::placed(*caption);
+}
+
+void CapturePanelContentView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (!composited)
+        painter.fillRect(event->rect(), surface.plateColor());
+    host.paint(painter, event->rect());
+}
+
+void CapturePanelContentView::pointerHover(bool entered) {
+    if (hovered == entered)
+        return;
+    setHovered(entered, HoverSource::Pointer);
+    actions.hoverChanged(entered);
+}
+
+void CapturePanelContentView::pointerAt(const QPointF& position) {
+    pointerHover(contains(cardInWindow, host.toLayer(position)));
 }
 
 void CapturePanelContentView::enterEvent(QEnterEvent* event) {
-    setHovered(cardRect.contains(event->position()));
-}
-
-void CapturePanelContentView::mouseMoveEvent(QMouseEvent* event) {
-    setHovered(cardRect.contains(event->position()));
+    pointerAt(event->position());
 }
 
 void CapturePanelContentView::leaveEvent(QEvent*) {
-    setHovered(false);
+    if (!dragging)
+        pointerHover(false);
 }
 
-void CapturePanelContentView::setHovered(bool hovered) {
-    if (std::exchange(isHovered, hovered) != hovered)
-        actions.hoverChanged(hovered);
+void CapturePanelContentView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !contains(cardInWindow, host.toLayer(event->position())))
+        return;
+    pressPosition = event->position();
+    dragStarted = false;
+}
+
+void CapturePanelContentView::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() == Qt::NoButton)
+        pointerAt(event->position());
+    if (!(event->buttons() & Qt::LeftButton) || !pressPosition || dragStarted)
+        return;
+    if (distance(event->position(), *pressPosition) <= dragDistance)
+        return;
+    dragStarted = true;
+    beginDrag();
+}
+
+void CapturePanelContentView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    const bool clicked = pressPosition && !dragStarted;
+    pressPosition.reset();
+    if (clicked)
+        actions.openEditor();
+}
+
+void CapturePanelContentView::beginDrag() {
+    const std::optional<QString> file = exported.file();
+    if (!file)
+        return;
+    const CardDrag drag{*file, thumbnail.sharp, host.toWidget(captureFrame()), *pressPosition};
+    actions.dragBegan();
+    dragging = true;
+    const QPointer<CapturePanelContentView> self(this);
+    const Drop drop = runCardDrag(*this, drag);
+    if (!self)
+        return;
+    dragging = false;
+    pressPosition.reset();
+    if (drop == Drop::Completed)
+        HintCounters().countCompletedDragOut();
+    actions.dragEnded(drop);
+}
+
+void CapturePanelContentView::wheelEvent(QWheelEvent* event) {
+    const ScrollPhases::Step step = scrollPhases.read(*event);
+    if (step.phase == ScrollPhase::None)
+        return;
+    if (step.phase == ScrollPhase::Began)
+        swipe.begin();
+    else if (const std::optional<int> side = swipe.move(step.delta))
+        actions.swipe(*side * swipeDistance);
 }
 
 } // namespace marrowfin

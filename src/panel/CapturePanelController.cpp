@@ -4,6 +4,7 @@
 #include "base/Shared.h"
 #include "panel/PanelLayout.h"
 #include "panel/ScreenChoice.h"
+#include "pin/PinManager.h"
 #include "platform/Pasteboard.h"
 #include "platform/Screens.h"
 #include "platform/Services.h"
@@ -126,6 +127,10 @@ void CapturePanelController::panelDragEnded(const CapturePanel* panel, Drop drop
         dismiss(panel, Animated::Yes);
     else
         startAutoClose(entry);
+    // The pointer left with what it carried, and no window was told.
+    const std::optional<DesktopPoint> pointer = platform::services().screens.pointerLocation();
+    if (pointer && !contains(cardFrame(panel->frame()).rect, pointer->point))
+        entry->panel->content().setHovered(false, HoverSource::Program);
 }
 
 std::shared_ptr<CapturePanelController::Entry>
@@ -161,6 +166,10 @@ PanelActions CapturePanelController::actionsFor(const std::weak_ptr<Entry>& weak
     });
     actions.openEditor = ifUp([this, image](Entry& entry) {
         openEditor(image);
+        dismiss(entry.panel.get(), Animated::Yes);
+    });
+    actions.pin = ifUp([this, image](Entry& entry) {
+        PinManager::shared().pin(image);
         dismiss(entry.panel.get(), Animated::Yes);
     });
     actions.close = ifUp([this](Entry& entry) { dismiss(entry.panel.get(), Animated::Yes); });

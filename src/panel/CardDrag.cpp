@@ -1,0 +1,46 @@
+#include "panel/CardDrag.h"
+
+#include "base/Shared.h"
+
+#include <QDrag>
+#include <QMimeData>
+#include <QPixmap>
+#include <QUrl>
+#include <QWidget>
+
+namespace marrowfin {
+
+namespace {
+QPixmap previewPixmap(const CardDrag& drag, double density) {
+    const QSize pixels = (drag.previewFrame.size() * density).toSize().expandedTo({1, 1});
+    QImage image = drag.preview.isNull()
+                       ? QImage()
+                       : drag.preview.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    image.setDevicePixelRatio(density);
+    return QPixmap::fromImage(image);
+}
+} // namespace
+
+DragRunner& DragRunner::shared() {
+    return Shared<DragRunner>::instance();
+}
+
+Qt::DropAction DragRunner::run(QDrag& drag, QWidget& source) {
+    // The card never has the keyboard; for the length of the drag it does, so that Escape cancels it.
+    source.grabKeyboard();
+    const Qt::DropAction action = drag.exec(Qt::CopyAction);
+    source.releaseKeyboard();
+    return action;
+}
+
+Drop runCardDrag(QWidget& source, const CardDrag& drag) {
+    auto* session = new QDrag(&source);
+    auto* data = new QMimeData;
+    data->setUrls({QUrl::fromLocalFile(drag.file)});
+    session->setMimeData(data);
+    session->setPixmap(previewPixmap(drag, source.devicePixelRatioF()));
+    session->setHotSpot((drag.grip - drag.previewFrame.topLeft()).toPoint());
+    return DragRunner::shared().run(*session, source) == Qt::IgnoreAction ? Drop::Cancelled : Drop::Completed;
+}
+
+} // namespace marrowfin

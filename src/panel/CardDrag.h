@@ -1,0 +1,34 @@
+// A drag session that carries a file out of a card. Main thread; the session runs an event loop of its own.
+#pragma once
+
+#include "panel/PanelActions.h"
+
+#include <QImage>
+#include <QRectF>
+#include <QString>
+
+class QDrag;
+class QWidget;
+
+namespace marrowfin {
+
+struct CardDrag {
+    QString file;
+    QImage preview;
+    // Where the preview is seen now, and where the pointer took hold of it, in the widget.
+    QRectF previewFrame;
+    QPointF grip;
+};
+
+// Runs the session to its end. The source may be hidden meanwhile, but must not be destroyed.
+Drop runCardDrag(QWidget& source, const CardDrag& drag);
+
+// The part that needs a window system; tests put another in its place.
+class DragRunner {
+public:
+    static DragRunner& shared();
+    virtual ~DragRunner() = default;
+    virtual Qt::DropAction run(QDrag& drag, QWidget& source);
+};
+
+} // namespace marrowfin

@@ -1,0 +1,48 @@
+// The PNG file that a card is dragged out as. Its name is chosen when the card is made, the file written in
+// the background from the image's one encoding. Every failure is silent: then there is no file. Main thread;
+// the writing runs on a queue of its own.
+#pragma once
+
+#include "base/Image.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace marrowfin {
+
+class DragExport {
+public:
+    // Makes the folder, prunes it, chooses the name.
+    explicit DragExport(const Image& image);
+
+    // Writes the file in the background; the block gets the number of bytes once it is there, unless this
+    // object has gone by then.
+    void start(std::function<void(qint64)> ready);
+    // The file, written now if it isn't there yet. Nothing when that fails.
+    std::optional<QString> file();
+
+    const QString& destination() const { return path; }
+    bool isReady() const { return written; }
+
+private:
+    void finish(qint64 bytes);
+
+    Image image;
+    QString path;
+    bool written = false;
+    std::function<void(qint64)> whenReady;
+    // Gone with this object; blocks under way look at it.
+    std::shared_ptr<DragExport*> life;
+};
+
+// Below the temporary folder, our own, not a link; another name where a stranger has taken that one. Made if
+// it isn't there.
+QString dragExportFolder();
+// Takes out what is older than an hour.
+void pruneDragExports(const QString& folder);
+// "Marrowfin 2026-11-21 at 10.41.37.png", with " 2", " 3" and so on before the dot while a file has the name.
+QString newDragExportPath(const QString& folder);
+
+} // namespace marrowfin

@@ -1,0 +1,61 @@
+// Images kept on the screen above other windows until the user closes them. Owns their windows. Points,
+// DesktopRect. Main thread.
+#pragma once
+
+#include "base/Coordinates.h"
+#include "base/Image.h"
+
+#include <QObject>
+#include <memory>
+#include <vector>
+
+namespace marrowfin {
+
+class PinnedContentView;
+namespace platform {
+class Surface;
+}
+
+// One pin: lives exactly as long as it stands in the manager's list.
+class PinnedWindow {
+public:
+    explicit PinnedWindow(const Image& image);
+    ~PinnedWindow();
+    PinnedWindow(const PinnedWindow&) = delete;
+
+    PinnedContentView& content() { return *view; }
+    platform::Surface& surface() { return *window; }
+    // Of the image, without the shadow around it.
+    DesktopRect frame() const { return current; }
+    void setFrame(const DesktopRect& frame);
+    void show();
+
+private:
+    void dragged(Qt::Edges held, const QPointF& delta);
+
+    Image image;
+    std::unique_ptr<PinnedContentView> view;
+    std::unique_ptr<platform::Surface> window;
+    DesktopRect current;
+    DesktopRect dragStart;
+};
+
+class PinManager : public QObject {
+    Q_OBJECT
+public:
+    static PinManager& shared();
+    PinManager();
+    ~PinManager() override;
+
+    // Nothing happens for an image without a size.
+    void pin(const Image& image);
+    // In the order of pinning.
+    const std::vector<std::unique_ptr<PinnedWindow>>& pinnedWindows() const { return windows; }
+    // Ignored for one that is closed already.
+    void close(const PinnedWindow* window);
+
+private:
+    std::vector<std::unique_ptr<PinnedWindow>> windows;
+};
+
+} // namespace marrowfin

@@ -1,0 +1,130 @@
+#include "pin/PinnedContentView.h"
+
+#include "chrome/Place.h"
+#include "pin/PinCloseButton.h"
+#include "pin/PinGeometry.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace marrowfin {
+
+namespace {
+constexpr double buttonInset = 8;
+
+chrome::Shadow windowShadow(const QRectF& area) {
+    chrome::Shadow shadow;
+    shadow.opacity = 0.4;
+    shadow.radius = 7;
+    shadow.offset = {0, -3};
+    shadow.path.addRect(area);
+    return shadow;
+}
+} // namespace
+
+PinnedContentView::PinnedContentView(const Image& pinned)
+    : image(pinned), host(*this), picture(host.root().add()), button(new PinCloseButton(this)) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(QStringLiteral("Pinned capture"));
+    picture.setContents(image.pixels());
+}
+
+PinnedContentView::~PinnedContentView() = default;
+
+QAbstractButton* PinnedContentView::closeButton() const {
+    return button;
+}
+
+QRect PinnedContentView::imageArea() const {
+    const int margin = static_cast<int>(halo);
+    return rect().adjusted(margin, margin, -margin, -margin);
+}
+
+void PinnedContentView::setComposited(bool value) {
+    composited = value;
+    layOut();
+}
+
+void PinnedContentView::layOut() {
+    const QRect area = imageArea();
+    host.setSize(size());
+    const QRectF frame(area.x(), height() - area.y() - area.height(), area.width(), area.height());
+    picture.setFrame(frame);
+    picture.setShadow(composited ? windowShadow(picture.bounds()) : chrome::Shadow());
+    chrome::place(*button,
+                  QRectF(frame.left() + buttonInset, frame.bottom() - buttonInset - PinCloseButton::side,
+                         PinCloseButton::side, PinCloseButton::side));
+}
+
+void PinnedContentView::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    host.paint(painter, event->rect());
+}
+
+void PinnedContentView::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+void PinnedContentView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && onEscape)
+        onEscape();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+Qt::Edges PinnedContentView::edgesAt(const QPointF& position) const {
+    const QRect area = imageArea();
+    return pinEdgesAt(area.size(), QPointF(position.x() - area.x(), area.y() + area.height() - position.y()));
+}
+
+void PinnedContentView::showCursorFor(Qt::Edges edges) {
+    const bool across = edges & (Qt::LeftEdge | Qt::RightEdge);
+    const bool along = edges & (Qt::TopEdge | Qt::BottomEdge);
+    const bool rising = (edges & Qt::LeftEdge) ? bool(edges & Qt::BottomEdge) : bool(edges & Qt::TopEdge);
+    if (across && along)
+        setCursor(rising ? Qt::SizeBDiagCursor : Qt::SizeFDiagCursor);
+    else if (across)
+        setCursor(Qt::SizeHorCursor);
+    else if (along)
+        setCursor(Qt::SizeVerCursor);
+    else
+        setCursor(Qt::ArrowCursor);
+}
+
+void PinnedContentView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !imageArea().contains(event->position().toPoint()))
+        return;
+    pressedAt = event->globalPosition();
+    heldEdges = edgesAt(event->position());
+    if (onDragBegin)
+        onDragBegin();
+}
+
+void PinnedContentView::mouseMoveEvent(QMouseEvent* event) {
+    if (!pressedAt) {
+        showCursorFor(edgesAt(event->position()));
+        return;
+    }
+    const QPointF way = event->globalPosition() - *pressedAt;
+    if (onDrag)
+        onDrag(heldEdges, QPointF(way.x(), -way.y()));
+}
+
+void PinnedContentView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        pressedAt.reset();
+}
+
+void PinnedContentView::enterEvent(QEnterEvent*) {
+    button->fadeTo(1);
+}
+
+void PinnedContentView::leaveEvent(QEvent*) {
+    button->fadeTo(0);
+}
+
+} // namespace marrowfin

@@ -1,0 +1,63 @@
+// A pin's inside: the image, its shadow around it, and a close button that shows only under the pointer. It
+// asks its owner to move, resize and close it. Points, the widget's own (y down), but for the owner's deltas
+// (y up). Main thread.
+#pragma once
+
+#include "base/Image.h"
+#include "chrome/LayerHost.h"
+#include "chrome/PoseEffect.h"
+
+#include <QAbstractButton>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+
+namespace marrowfin {
+
+class PinCloseButton;
+
+class PinnedContentView : public QWidget {
+    Q_OBJECT
+public:
+    // Around the image, for the shadow; it lets clicks through.
+    static constexpr double halo = 24;
+
+    explicit PinnedContentView(const Image& image);
+    ~PinnedContentView() override;
+
+    std::function<void()> onEscape;
+    // The pointer, holding these edges (none: the whole pin), went this far since it was pressed; y up.
+    std::function<void(Qt::Edges, QPointF)> onDrag;
+    // A press, before any drag: the frame to drag from is the one of now.
+    std::function<void()> onDragBegin;
+
+    QAbstractButton* closeButton() const;
+    // The image's own area, without the halo.
+    QRect imageArea() const;
+    void setComposited(bool composited);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    Qt::Edges edgesAt(const QPointF& position) const;
+    void showCursorFor(Qt::Edges edges);
+    void layOut();
+
+    Image image;
+    chrome::LayerHost host;
+    chrome::Layer& picture;
+    QPointer<PinCloseButton> button;
+    bool composited = true;
+    Qt::Edges heldEdges;
+    std::optional<QPointF> pressedAt; // on the screen: the widget moves under the pointer
+};
+
+} // namespace marrowfin
