@@ -80,7 +80,7 @@ int obstacleAt(const QString& path) {
         return EISDIR;
     if (!S_ISREG(found.st_mode))
         return EINVAL;
-    return ::access(name.constData(), W_OK) == 0 ? 0 : errno;
+    return ::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) == 0 ? 0 : errno;
 }
 
 } // namespace

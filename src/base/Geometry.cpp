@@ -6,6 +6,13 @@
 
 namespace marrowfin {
 
+namespace {
+bool hasNaN(const QRectF& rect) {
+    return std::isnan(rect.x()) || std::isnan(rect.y()) || std::isnan(rect.width()) ||
+           std::isnan(rect.height());
+}
+} // namespace
+
 QRectF standardized(const QRectF& rect) {
     // Not QRectF::normalized(), which leaves a null size alone but also treats NaN differently across
     // versions.
@@ -48,6 +55,9 @@ bool containsRect(const QRectF& outer, const QRectF& inner) {
 }
 
 std::optional<QRectF> intersection(const QRectF& a, const QRectF& b) {
+    // What isn't a number has no place, and max() below would take the other's.
+    if (hasNaN(a) || hasNaN(b))
+        return std::nullopt;
     const double left = std::max(minX(a), minX(b));
     const double right = std::min(maxX(a), maxX(b));
     const double low = std::max(minY(a), minY(b));

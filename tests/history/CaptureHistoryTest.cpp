@@ -4,10 +4,9 @@
 #include "base/Shared.h"
 #include "history/CaptureName.h"
 #include "support/BadWorld.h"
+#include "support/EventLoop.h"
 
-#include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -77,19 +76,6 @@ protected:
 
     QTemporaryDir root;
 };
-
-// The result of a save that runs elsewhere, waiting in the event loop as the program does.
-std::optional<QString> awaited(const Outcome<std::optional<QString>>& outcome) {
-    QEventLoop loop;
-    std::optional<QString> path;
-    outcome.then([&](const Result<std::optional<QString>>& result) {
-        EXPECT_TRUE(result.has_value());
-        path = result.value_or(std::nullopt);
-        loop.quit();
-    });
-    loop.exec();
-    return path;
-}
 
 } // namespace
 
@@ -364,7 +350,7 @@ TEST_F(History, asynchronousSavesKeepTheirOrder) {
     const QString last = *history.save(picture());
     QStringList saved(last);
     for (const auto& outcome : outcomes)
-        saved.insert(1, *awaited(outcome));
+        saved.insert(1, **test::awaited(outcome));
     EXPECT_EQ(history.list(), saved);
 }
 
@@ -372,8 +358,8 @@ TEST_F(History, asynchronousSaveTellsOfItsFailure) {
     CaptureHistory history(folder());
     QDir(folder()).removeRecursively();
     testing::internal::CaptureStdout();
-    EXPECT_EQ(awaited(history.saveAsync(picture())), std::nullopt);
-    EXPECT_EQ(awaited(history.saveAsync(Image())), std::nullopt);
+    EXPECT_EQ(*test::awaited(history.saveAsync(picture())), std::nullopt);
+    EXPECT_EQ(*test::awaited(history.saveAsync(Image())), std::nullopt);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failed to save history: No such file or directory\n");
 }
 
