@@ -19,7 +19,7 @@ QCoro::Task<std::optional<DesktopRect>> AreaSelectionOverlay::selectArea() {
     if (!screen)
         co_return std::nullopt;
     auto [settler, outcome] = makeOutcome<std::optional<DesktopRect>>();
-    continuation = settler;
+    continuation = std::move(settler); // whoever destroys us ends the wait
     show(*screen);
     const Result<std::optional<DesktopRect>> rect = co_await outcome;
     co_return rect.value_or(std::nullopt);

@@ -50,7 +50,7 @@ QCoro::Task<std::optional<std::uint32_t>> WindowSelector::selectWindow() {
     if (!screen)
         co_return std::nullopt;
     auto [settler, outcome] = makeOutcome<std::optional<std::uint32_t>>();
-    continuation = settler;
+    continuation = std::move(settler); // whoever destroys us ends the wait
     show(*screen);
     const Result<std::optional<std::uint32_t>> windowID = co_await outcome;
     co_return windowID.value_or(std::nullopt);

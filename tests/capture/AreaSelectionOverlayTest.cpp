@@ -19,14 +19,20 @@ class AreaSelectionOverlayTest : public testing::Test {
 protected:
     FakeDesktop desktop;
     AreaSelectionOverlay overlay;
-    std::optional<Selected> result;
-    int results = 0;
+    // Shared with the flows: one that is still waiting is dropped, and resumed, when its test has gone.
+    struct Answers {
+        std::optional<Selected> result;
+        int results = 0;
+    };
+    const std::shared_ptr<Answers> answers = std::make_shared<Answers>();
+    std::optional<Selected>& result = answers->result;
+    int& results = answers->results;
 
     void begin(const QRectF& screen = {0, 0, 800, 600}) {
         desktop.addScreen(1, screen);
-        overlay.selectArea().then([this](const Selected& rect) {
-            ++results;
-            result = rect;
+        overlay.selectArea().then([answers = answers](const Selected& rect) {
+            ++answers->results;
+            answers->result = rect;
         });
     }
     SelectionView& view() { return *onlyChildOfTopLevels<SelectionView>(); }
@@ -115,7 +121,7 @@ TEST_F(AreaSelectionOverlayTest, aDragIsClampedToItsScreen) {
 }
 
 TEST_F(AreaSelectionOverlayTest, withoutAMainScreenTheResultIsEmptyAndNoWindowComesUp) {
-    overlay.selectArea().then([this](const Selected& rect) { result = rect; });
+    overlay.selectArea().then([answers = answers](const Selected& rect) { answers->result = rect; });
     EXPECT_FALSE(selected().has_value());
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
 }

@@ -22,14 +22,16 @@ class WindowSelectorTest : public testing::Test {
 protected:
     FakeDesktop desktop;
     WindowSelector selector;
-    std::optional<Picked> result;
+    // Shared with the flows: one that is still waiting is dropped, and resumed, when its test has gone.
+    const std::shared_ptr<std::optional<Picked>> answer = std::make_shared<std::optional<Picked>>();
+    std::optional<Picked>& result = *answer;
 
     void TearDown() override { Corrections::reset(); }
 
     void begin() {
         if (desktop.screens.shown.empty())
             desktop.addScreen(1, {0, 0, 800, 600});
-        selector.selectWindow().then([this](const Picked& id) { result = id; });
+        selector.selectWindow().then([answer = answer](const Picked& id) { *answer = id; });
         ASSERT_TRUE(waitUntil([&] { return desktop.screenSource.contentRequests > 0; }));
         ASSERT_TRUE(waitUntil([&] {
             return views().size() ==
@@ -157,7 +159,7 @@ TEST_F(WindowSelectorTest, aWindowThatClosesWhileTheOverlayIsUpStillGivesItsNumb
 }
 
 TEST_F(WindowSelectorTest, withoutAMainScreenTheResultIsEmpty) {
-    selector.selectWindow().then([this](const Picked& id) { result = id; });
+    selector.selectWindow().then([answer = answer](const Picked& id) { *answer = id; });
     EXPECT_FALSE(picked().has_value());
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
 }
@@ -165,7 +167,7 @@ TEST_F(WindowSelectorTest, withoutAMainScreenTheResultIsEmpty) {
 TEST_F(WindowSelectorTest, theOverlayIsUpBeforeTheRectanglesAre) {
     desktop.addScreen(1, {0, 0, 800, 600});
     desktop.screenSource.addWindow(1, 1, {100, 100, 300, 200});
-    selector.selectWindow().then([this](const Picked& id) { result = id; });
+    selector.selectWindow().then([answer = answer](const Picked& id) { *answer = id; });
     EXPECT_TRUE(root().isVisible());
     EXPECT_TRUE(views().isEmpty());
     EXPECT_TRUE(waitUntil([&] { return views().size() == 1; }));
