@@ -1,0 +1,45 @@
+// Paints the canvas: what lies beneath the ink from a kept layer, then the ink, the selection and the crop,
+// all of it only where it is asked to. View points; layers are device pixels from the canvas's top left
+// corner. Owned by the canvas. Main thread.
+#pragma once
+
+#include "annotation/AnyAnnotation.h"
+#include "base/Image.h"
+#include "editor/CanvasBackdrop.h"
+#include "editor/LiveBlur.h"
+
+#include <QPainter>
+#include <QRegion>
+#include <optional>
+
+namespace marrowfin {
+
+class CanvasPainter {
+public:
+    // Everything the canvas shows but the text being typed.
+    struct Scene {
+        CanvasBackdrop::Key backdrop; // its layer transform is found by the painter
+        QList<AnyAnnotation> annotations;
+        std::optional<AnyAnnotation> inProgress;
+        std::optional<QUuid> selected;
+        std::optional<QUuid> hidden; // stands in the inline editor instead
+        std::optional<QRectF> crop;
+    };
+
+    // The painter's user space is view points.
+    void paint(QPainter& painter, const QRegion& region, Scene scene);
+
+private:
+    // Composes the part, in layer pixels, in the frame.
+    void compose(QPainter& onFrame, const Scene& scene, const QRect& part);
+    void copyBackdrop(const QRect& part);
+    void paintInk(QPainter& painter, const Scene& scene, const QRectF& part);
+    void drawAnnotation(QPainter& painter, const Scene& scene, const AnyAnnotation& annotation);
+
+    CanvasBackdrop backdrop;
+    LiveBlur blur;
+    QImage frame;            // only what was composed last is of any use
+    QTransform imageToLayer; // of the paint that goes on
+};
+
+} // namespace marrowfin
