@@ -1,0 +1,43 @@
+// Whether the desktop shows status items over D-Bus now: a watcher is on the bus, and a host has registered
+// with it. Both may come late, go and come back. Asks without ever waiting. Main thread.
+#pragma once
+
+#include <QDBusServiceWatcher>
+#include <QObject>
+#include <QString>
+
+namespace marrowfin::freedesktop {
+
+inline const QString notifierWatcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+inline const QString notifierWatcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+class NotifierHostWatch : public QObject {
+    Q_OBJECT
+public:
+    enum class Host {
+        Unknown, // not told yet
+        Absent,
+        Present,
+    };
+
+    // The first answer comes by changed(), from the event loop.
+    NotifierHostWatch();
+
+    Host host() const { return current; }
+
+Q_SIGNALS:
+    // Also when a watcher was replaced by another one: items register anew.
+    void changed();
+
+private Q_SLOTS:
+    void ask();
+
+private:
+    void setHost(Host host);
+
+    QDBusServiceWatcher services;
+    Host current = Host::Unknown;
+    int latestQuestion = 0;
+};
+
+} // namespace marrowfin::freedesktop

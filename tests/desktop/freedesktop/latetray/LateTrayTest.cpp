@@ -1,0 +1,77 @@
+// A desktop without any status area, on which one appears later, goes and comes back.
+#include "desktop/freedesktop/support/NotifierDesktop.h"
+#include "desktop/freedesktop/support/Tray.h"
+#include "platform/freedesktop/FreedesktopStatusBar.h"
+
+#include <QTemporaryFile>
+
+using namespace marrowfin;
+using namespace marrowfin::testsupport;
+
+namespace {
+
+// The panel waits a quarter of a minute for a window manager before it goes on without one.
+class WindowManager {
+public:
+    WindowManager() { process.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")}); }
+    ~WindowManager() {
+        process.terminate();
+        waitUntil([this] { return process.state() == QProcess::NotRunning; });
+    }
+
+private:
+    QProcess process;
+};
+
+class Tint2 {
+public:
+    Tint2() {
+        EXPECT_TRUE(configuration.open());
+        configuration.write("panel_items = S\npanel_position = top center horizontal\npanel_size = 100% 40\n"
+                            "systray_icon_size = 32\nwm_menu = 0\n");
+        configuration.flush();
+        process.start(QStringLiteral("tint2"), {QStringLiteral("-c"), configuration.fileName()});
+    }
+    ~Tint2() {
+        process.terminate();
+        waitUntil([this] { return process.state() == QProcess::NotRunning; });
+    }
+
+private:
+    QTemporaryFile configuration;
+    QProcess process;
+};
+
+std::unique_ptr<platform::StatusItem> makeItem(DrawerLog& drawings) {
+    auto item = freedesktop::FreedesktopStatusBar().makeItem();
+    item->setIcon(drawings.drawer());
+    return item;
+}
+
+} // namespace
+
+TEST(LateTray, isServedWhenItComesAndWhenItComesBack) {
+    const WindowManager manager;
+    DrawerLog drawings;
+    testing::internal::CaptureStderr();
+    const auto item = makeItem(drawings);
+    QCoreApplication::processEvents();
+    for (int round = 0; round < 2; ++round) {
+        const Tint2 tray;
+        ASSERT_TRUE(iconShows()) << "round " << round;
+    }
+    EXPECT_TRUE(iconIsGone());
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(said.find("[Marrowfin] No status area"), said.rfind("[Marrowfin] No status area"));
+    EXPECT_NE(said.find("[Marrowfin] No status area: the icon shows up when there is one\n"),
+              std::string::npos);
+}
+
+TEST(LateTray, soIsAHostOnDBus) {
+    DrawerLog drawings;
+    const auto item = makeItem(drawings);
+    QCoreApplication::processEvents();
+    NotifierDesktop desktop(false);
+    desktop.setHost(true);
+    EXPECT_TRUE(waitUntil([&desktop] { return desktop.items.size() == 1; }));
+}
