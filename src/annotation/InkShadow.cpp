@@ -42,7 +42,9 @@ InkCoverage coverageOf(const QPainter& target, const InkOutline& outline, const 
     const double margin = shadowReach(sigmaFor(densityOf(toDevice)), offsetFor(toDevice));
     if (!canBePainted(outline) || !toDevice.isInvertible())
         return {{}, {}, 0, {}};
-    return {outline, toDevice, margin, integral(paintableDeviceRect(target)).toRect()};
+    // Ink just outside of what can be seen casts its shadow into it.
+    const QRectF limits = inset(paintableDeviceRect(target), -margin, -margin);
+    return {outline, toDevice, margin, integral(limits).toRect()};
 }
 
 } // namespace
