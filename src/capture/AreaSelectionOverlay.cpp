@@ -32,7 +32,7 @@ void AreaSelectionOverlay::show(const Screen& screen) {
     spec.backdrop = SurfaceBackdrop::Snapshot;
     window = std::make_unique<OverlayWindow>(screen, QColor::fromRgbF(0, 0, 0, 0.3f), spec);
     selectionView = new SelectionView(window.get());
-    selectionView->setGeometry(window->rect());
+    window->fillWith(*selectionView);
     selectionView->onComplete = [this](QRectF rect) { finish(window->convertRectToScreen(rect)); };
     selectionView->onCancel = [this] { finish(std::nullopt); };
     QObject::connect(window.get(), &OverlayWindow::closed, window.get(), [this] { finish(std::nullopt); });

@@ -4,7 +4,6 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
-#include <cmath>
 
 namespace marrowfin {
 
@@ -27,21 +26,22 @@ CountdownDigit::CountdownDigit(QWidget* parent) : QWidget(parent) {
     fade.setEasingCurve(easeInOut);
     connect(&fade, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
         currentAlpha = value.toDouble();
-        update();
+        update(numberRect().toAlignedRect());
     });
 }
 
-void CountdownDigit::show(int number) {
+void CountdownDigit::showNumber(int number) {
     shown = QString::number(number);
-    const QFontMetricsF metrics(digitFont());
-    const QSizeF size(metrics.horizontalAdvance(shown), metrics.height());
-    resize(static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height())));
-    move(static_cast<int>((parentWidget()->width() - size.width()) * 0.5),
-         static_cast<int>((parentWidget()->height() - size.height()) * 0.5));
     fade.stop();
     currentAlpha = 1.0;
-    QWidget::show();
+    update();
     fade.start();
+}
+
+QRectF CountdownDigit::numberRect() const {
+    const QFontMetricsF metrics(digitFont());
+    const QSizeF size(metrics.horizontalAdvance(shown), metrics.height());
+    return {(width() - size.width()) * 0.5, (height() - size.height()) * 0.5, size.width(), size.height()};
 }
 
 void CountdownDigit::paintEvent(QPaintEvent*) {
@@ -49,7 +49,8 @@ void CountdownDigit::paintEvent(QPaintEvent*) {
     painter.setOpacity(currentAlpha);
     painter.setFont(digitFont());
     painter.setPen(Qt::white);
-    painter.drawText(rect(), Qt::AlignCenter, shown);
+    const QRectF rect = numberRect();
+    painter.drawText(QPointF(rect.x(), rect.y() + QFontMetricsF(digitFont()).ascent()), shown);
 }
 
 } // namespace marrowfin

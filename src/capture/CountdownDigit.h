@@ -1,4 +1,4 @@
-// The very large number of the self-timer: centred in its parent, it fades from opaque to 0.3 each time it is
+// The view of the self-timer: one very large number in its middle, which fades from opaque to 0.3 each time it is
 // shown.
 #pragma once
 
@@ -12,7 +12,9 @@ class CountdownDigit : public QWidget {
 public:
     explicit CountdownDigit(QWidget* parent);
 
-    void show(int number);
+    void showNumber(int number);
+    // Where the number stands, centred by its own width.
+    QRectF numberRect() const;
     QString text() const { return shown; }
     // 1.0 down to 0.3.
     double alpha() const { return currentAlpha; }

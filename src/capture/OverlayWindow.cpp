@@ -4,7 +4,6 @@
 
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPointer>
 
 namespace marrowfin {
 
@@ -17,6 +16,16 @@ OverlayWindow::OverlayWindow(const Screen& covered, QColor colour, const Surface
 }
 
 OverlayWindow::~OverlayWindow() = default;
+
+void OverlayWindow::fillWith(QWidget& view) {
+    filling = &view;
+    view.setGeometry(rect());
+}
+
+void OverlayWindow::resizeEvent(QResizeEvent*) {
+    if (filling)
+        filling->setGeometry(rect());
+}
 
 void OverlayWindow::orderFront() {
     surface->orderFront();

@@ -7,6 +7,7 @@
 #include "platform/SurfaceHost.h"
 
 #include <QColor>
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 
@@ -19,6 +20,8 @@ public:
     OverlayWindow(const platform::Screen& screen, QColor background, const platform::SurfaceSpec& spec);
     ~OverlayWindow() override;
 
+    // The view covers the whole window from now on, whatever size the window system gives it.
+    void fillWith(QWidget& view);
     void orderFront();
     // Off the screen for good; the next grab waits until it is gone. Destroys the window once it is.
     static void retire(std::unique_ptr<OverlayWindow> window);
@@ -32,11 +35,13 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     platform::Screen screen;
     QColor background;
     std::unique_ptr<platform::Surface> surface;
+    QPointer<QWidget> filling;
 };
 
 } // namespace marrowfin

@@ -38,10 +38,11 @@ QCoro::Task<> SelfTimerOverlay::run(int seconds) {
     spec.passesClicks = true;
     window = std::make_unique<OverlayWindow>(*screen, QColor::fromRgbF(0, 0, 0, 0.4f), spec);
     const QPointer<CountdownDigit> digit = new CountdownDigit(window.get());
+    window->fillWith(*digit);
     window->orderFront();
     for (int n = seconds; n >= 1; --n) {
         if (digit)
-            digit->show(n);
+            digit->showNumber(n);
         co_await after(1s);
     }
     OverlayWindow::retire(std::move(window));

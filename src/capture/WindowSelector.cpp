@@ -63,7 +63,7 @@ void WindowSelector::show(const Screen& screen) {
     spec.backdrop = SurfaceBackdrop::Snapshot;
     window = std::make_unique<OverlayWindow>(screen, QColor(Qt::transparent), spec);
     auto* keys = new KeyCaptureView(window.get());
-    keys->setGeometry(window->rect());
+    window->fillWith(*keys);
     keys->onEscape = [this] { finish(std::nullopt); };
     QObject::connect(window.get(), &OverlayWindow::closed, window.get(), [this] { finish(std::nullopt); });
     // The list is asked for first, so that the overlay's own window is up while it is being made; the

@@ -55,11 +55,16 @@ TEST(SelfTimerOverlay, aDigitIsCentredAlsoWhenItsWidthDiffersFromTheLast) {
     QWidget parent;
     parent.resize(800, 600);
     auto* digit = new CountdownDigit(&parent);
+    digit->setGeometry(parent.rect());
+    double widths[2] = {};
     for (const int number : {10, 9}) {
-        digit->show(number);
-        EXPECT_NEAR(digit->geometry().center().x(), 400, 1) << number;
-        EXPECT_NEAR(digit->geometry().center().y(), 300, 1) << number;
+        digit->showNumber(number);
+        const QRectF rect = digit->numberRect();
+        widths[number == 10 ? 0 : 1] = rect.width();
+        EXPECT_DOUBLE_EQ(rect.center().x(), 400) << number;
+        EXPECT_DOUBLE_EQ(rect.center().y(), 300) << number;
     }
+    EXPECT_GT(widths[0], widths[1]);
 }
 
 TEST(SelfTimerOverlay, withoutAMainScreenItReturnsAtOnce) {
