@@ -1,0 +1,6 @@
+# The program itself. Its shared libraries lie in a private directory beside it.
+include(GNUInstallDirs)
+add_executable(marrowfin main.cpp)
+target_link_libraries(marrowfin PRIVATE marrowfin_flags marrowfin_app marrowfin_session)
+set_target_properties(marrowfin PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
+                      INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/marrowfin")

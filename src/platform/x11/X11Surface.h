@@ -1,0 +1,79 @@
+// One hosted widget on X11: an override-redirect window with an alpha channel. Main thread; belongs to
+// whoever asked for it.
+#pragma once
+
+#include "platform/SurfaceHost.h"
+#include "platform/x11/ExclusiveKeyboard.h"
+#include "platform/x11/SurfaceContext.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+namespace marrowfin::x11 {
+
+class X11Surface final : public platform::Surface {
+    Q_OBJECT
+public:
+    X11Surface(std::shared_ptr<SurfaceContext> context, QWidget& widget, const platform::SurfaceSpec& spec);
+    ~X11Surface() override;
+
+    void setFrame(const DesktopRect& frame) override;
+    DesktopRect frame() const override { return given; }
+    void orderFront() override;
+    void orderOut() override;
+    bool isVisible() const override { return state == State::Shown; }
+    void setInputRegion(const QRegion& region) override;
+    void setOutline(const QRegion& outline) override;
+    bool isComposited() const override;
+    void setOpacity(double opacity) override;
+    Outcome<void> retire() override;
+
+    platform::SurfaceLevel level() const { return spec.level; }
+    xcb_window_t window() const;
+
+private:
+    // Leaving: still mapped, but transparent and without input.
+    enum class State { Out, Shown, Leaving };
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool filterWindow(QEvent* event);
+    void paintStill();
+    void applyFrame();
+    void applyInput();
+    void applyOutline();
+    void takeStill();
+    void show();
+    void takeInput();
+    void giveInputBack();
+    void leave();
+    void leaveNow();
+    void makeInvisible();
+    void makeVisible();
+    void unmap(SeenGone seen);
+    void aboutToBeDestroyed();
+    void widgetLost();
+    void compositorChanged();
+    void screenRemoved(const QScreen* screen);
+    double scale() const;
+
+    const std::shared_ptr<SurfaceContext> context;
+    const platform::SurfaceSpec spec;
+    QPointer<QWidget> widget;
+    ExclusiveKeyboard keyboard;
+    State state = State::Out;
+    bool retired = false;
+    // Counts the times it left, so that an ended departure knows whether it was called back.
+    int departure = 0;
+    DesktopRect given;
+    QRegion inputRegion;
+    QRegion outline;
+    // The screen beneath while nothing blends, and where it was taken.
+    QImage still;
+    QRect stillFrame;
+    bool updatesWereEnabled = true;
+    bool holdsContents = false;
+};
+
+} // namespace marrowfin::x11
