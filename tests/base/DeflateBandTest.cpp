@@ -59,6 +59,23 @@ TEST(DeflateBand, piecesAreOneStream) {
         }
 }
 
+TEST(DeflateBand, shortPiecesOfEveryByteAndLength) {
+    DeflateBand band(1);
+    Bytes all;
+    Bytes stream;
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const Bytes one{static_cast<std::uint8_t>(byte)};
+        append(all, one);
+        append(stream, band.compress(one, BandPlace::Inner));
+    }
+    for (std::size_t length = 2; length < 600; ++length) {
+        const Bytes run(length, static_cast<std::uint8_t>(length));
+        append(all, run);
+        append(stream, band.compress(run, length == 599 ? BandPlace::Last : BandPlace::Inner));
+    }
+    EXPECT_EQ(inflated(stream, all.size()), all);
+}
+
 TEST(DeflateBand, piecesThatCantBeCompressed) {
     std::mt19937 random(1);
     Bytes piece(200000);

@@ -123,6 +123,19 @@ TEST(PngWriter, joinsManyBandsIntoOneStream) {
                     mixture({2000, 1300}, QImage::Format_Grayscale8).convertToFormat(QImage::Format_ARGB32));
 }
 
+TEST(PngWriter, aDarkPhotographOverSeveralBands) {
+    // So dark that its rows are near a black one too: what stands before a band's first row must be the real
+    // one.
+    std::mt19937 random(8);
+    QImage image(1500, 1000, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            reinterpret_cast<QRgb*>(image.scanLine(y))[x] =
+                qRgb(static_cast<int>(random() % 9), static_cast<int>(random() % 9),
+                     static_cast<int>(random() % 9));
+    expectDecodesTo(encodePng(image), image.convertToFormat(QImage::Format_ARGB32));
+}
+
 TEST(PngWriter, everyCaptureGivesTheSameBytes) {
     const QImage image = mixture({1920, 1080});
     const QByteArray first = encodePng(image);
