@@ -1,12 +1,16 @@
 #include "base/PngRows.h"
 
 #include <QColorSpace>
+#include <QtEndian>
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
 
 namespace marrowfin {
 
@@ -28,23 +32,42 @@ bool isOpaque(const QImage& picture) {
     return true;
 }
 
-// Red, green, blue in the three low bytes of a little-endian word.
-std::uint32_t fileOrder(QRgb pixel) {
-    return __builtin_bswap32(pixel) >> 8;
+#if defined(__x86_64__)
+// Sixteen pixels at a time, as far as they go; every processor of the last fifteen years has this
+// instruction, but the compiler may only use it where it is told so.
+__attribute__((target("ssse3"))) int toRgbBySixteens(const QRgb* from, int width, std::uint8_t* to) {
+    const __m128i order = _mm_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1);
+    const auto load = [&](const QRgb* at) __attribute__((target("ssse3"))) {
+        return _mm_shuffle_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at)), order);
+    };
+    int x = 0;
+    for (; x + 16 <= width; x += 16, to += 48) {
+        const __m128i a = load(from + x);
+        const __m128i b = load(from + x + 4);
+        const __m128i c = load(from + x + 8);
+        const __m128i d = load(from + x + 12);
+        auto* out = reinterpret_cast<__m128i*>(to);
+        _mm_storeu_si128(out, _mm_or_si128(a, _mm_slli_si128(b, 12)));
+        _mm_storeu_si128(out + 1, _mm_or_si128(_mm_srli_si128(b, 4), _mm_slli_si128(c, 8)));
+        _mm_storeu_si128(out + 2, _mm_or_si128(_mm_srli_si128(c, 8), _mm_slli_si128(d, 4)));
+    }
+    return x;
 }
+bool hasShuffle() {
+    return __builtin_cpu_supports("ssse3") != 0;
+}
+#else
+int toRgbBySixteens(const QRgb*, int, std::uint8_t*) {
+    return 0;
+}
+bool hasShuffle() {
+    return false;
+}
+#endif
 
 void toRgb(const QRgb* from, int width, std::uint8_t* to) {
-    static_assert(std::endian::native == std::endian::little);
-    int x = 0;
-    for (; x + 4 <= width; x += 4, to += 12) {
-        const std::uint32_t a = fileOrder(from[x]);
-        const std::uint32_t b = fileOrder(from[x + 1]);
-        const std::uint32_t c = fileOrder(from[x + 2]);
-        const std::uint32_t d = fileOrder(from[x + 3]);
-        const std::uint32_t words[] = {a | b << 24, b >> 8 | c << 16, c >> 16 | d << 8};
-        std::memcpy(to, words, sizeof words);
-    }
-    for (; x < width; ++x, to += 3) {
+    int x = hasShuffle() ? toRgbBySixteens(from, width, to) : 0;
+    for (to += 3 * x; x < width; ++x, to += 3) {
         to[0] = static_cast<std::uint8_t>(qRed(from[x]));
         to[1] = static_cast<std::uint8_t>(qGreen(from[x]));
         to[2] = static_cast<std::uint8_t>(qBlue(from[x]));
@@ -53,8 +76,10 @@ void toRgb(const QRgb* from, int width, std::uint8_t* to) {
 
 void toRgba(const QRgb* from, int width, std::uint8_t* to) {
     for (int x = 0; x < width; ++x, to += 4) {
-        const std::uint32_t word = fileOrder(from[x]) | (from[x] & alphaMask);
-        std::memcpy(to, &word, sizeof word);
+        to[0] = static_cast<std::uint8_t>(qRed(from[x]));
+        to[1] = static_cast<std::uint8_t>(qGreen(from[x]));
+        to[2] = static_cast<std::uint8_t>(qBlue(from[x]));
+        to[3] = static_cast<std::uint8_t>(qAlpha(from[x]));
     }
 }
 
@@ -76,7 +101,7 @@ template <std::size_t Pixel>
 std::uint32_t load(const std::uint8_t* at) {
     std::uint32_t word = 0;
     std::memcpy(&word, at, sizeof word);
-    return word & (0xffffffffU >> (32 - 8 * Pixel));
+    return qFromLittleEndian(word) & (0xffffffffU >> (32 - 8 * Pixel));
 }
 
 template <std::size_t Pixel>
