@@ -37,14 +37,15 @@ xcb_window_t windowOf(const QWidget* widget) {
                   : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
-QRect nativeFrame(const QWindow& window) {
-    const QScreen* screen = window.screen();
+QRect nativeFrame(const QWidget& widget) {
+    const QScreen* screen = widget.screen();
     if (!screen)
-        return window.geometry();
+        return widget.geometry();
     // Screen origins are native already; only distances within a screen are scaled.
     const QPoint origin = screen->geometry().topLeft();
-    const QPointF local = QPointF(window.geometry().topLeft() - origin) * screen->devicePixelRatio();
-    return {origin + local.toPoint(), (QSizeF(window.size()) * screen->devicePixelRatio()).toSize()};
+    const double scale = screen->devicePixelRatio();
+    const QPointF local = QPointF(widget.geometry().topLeft() - origin) * scale;
+    return {origin + local.toPoint(), (QSizeF(widget.size()) * scale).toSize()};
 }
 
 void clearToTransparent(const Connection& qt, xcb_window_t window) {

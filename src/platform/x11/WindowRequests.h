@@ -10,7 +10,6 @@
 
 class QRect;
 class QWidget;
-class QWindow;
 
 namespace marrowfin::x11 {
 
@@ -19,8 +18,9 @@ enum class UntilPainted { WhatWasThere, Transparent };
 
 // The native window of a widget; 0 when it has none.
 xcb_window_t windowOf(const QWidget* widget);
-// Where a window is, in native pixels of the root.
-QRect nativeFrame(const QWindow& window);
+// Where a widget's window is or is about to be, in native pixels of the root: the widget knows before the
+// server says.
+QRect nativeFrame(const QWidget& widget);
 
 // Every pixel transparent, now, by one request. For windows with an alpha channel.
 void clearToTransparent(const Connection& qt, xcb_window_t window);

@@ -190,7 +190,7 @@ void X11Surface::takeInput() {
 }
 
 void X11Surface::takeStill() {
-    stillFrame = nativeFrame(*widget->windowHandle());
+    stillFrame = nativeFrame(*widget);
     still = context->gone.grab(stillFrame);
 }
 
@@ -362,8 +362,7 @@ void X11Surface::paintStill() {
     if (still.isNull())
         return;
     QPainter painter(widget);
-    const QPointF shift =
-        QPointF(stillFrame.topLeft() - nativeFrame(*widget->windowHandle()).topLeft()) / scale();
+    const QPointF shift = QPointF(stillFrame.topLeft() - nativeFrame(*widget).topLeft()) / scale();
     still.setDevicePixelRatio(scale());
     painter.drawImage(shift, still);
 }
