@@ -18,7 +18,13 @@ bool hasArea(const QSizeF& size) {
     return size.width() > 0 && size.height() > 0;
 }
 
-QRectF centered(const QSizeF& size, const QRectF& bounds) {
+// Whole but for the last bits of a product: such a side isn't a point longer.
+double cleaned(double value) {
+    return std::fabs(value - std::round(value)) < 1e-9 ? std::round(value) : value;
+}
+
+QRectF centered(const QSizeF& exact, const QRectF& bounds) {
+    const QSizeF size(cleaned(exact.width()), cleaned(exact.height()));
     return integral(QRectF(bounds.center() - QPointF(size.width() / 2, size.height() / 2), size));
 }
 

@@ -8,7 +8,9 @@
 #include "panel/PanelLayout.h"
 #include "platform/fake/FakeDesktop.h"
 #include "settings/Defaults.h"
+#include "settings/HintCounters.h"
 #include "settings/SettingsStore.h"
+#include "support/Input.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -44,6 +46,40 @@ protected:
         chrome::AnimationClock::shared().advance(seconds);
         QCoreApplication::processEvents();
     }
+    // A card that has arrived and whose file is written.
+    CapturePanel* presentSettled(const Image& image = capture()) {
+        CapturePanel* panel = present(image);
+        pass(1);
+        EXPECT_TRUE(fake::waitUntil([&] { return panel->content().dragExport().isReady(); }));
+        return panel;
+    }
+    // A place on the card, in its own points (y up), as a place in its widget.
+    static QPointF onCard(double x, double y) { return {haloLeft + x, haloTop + cardSize.height() - y}; }
+    // What is under the pointer there: a button that takes the mouse, or the card.
+    static QWidget& under(CapturePanelContentView& view, const QPointF& place) {
+        QWidget* child = view.childAt(place.toPoint());
+        return child ? *child : view;
+    }
+    static void clickAt(CapturePanelContentView& view, const QPointF& place) {
+        QWidget& target = under(view, place);
+        testsupport::clickMouse(target, target.mapFrom(&view, place));
+    }
+    // The pointer comes to this place of the window, without a button.
+    static void pointAtPlace(CapturePanelContentView& view, const QPointF& place) {
+        QEnterEvent event(place, place, place);
+        QApplication::sendEvent(&view, &event);
+    }
+    static void pointAway(CapturePanelContentView& view) {
+        QEvent event(QEvent::Leave);
+        QApplication::sendEvent(&view, &event);
+    }
+    static GlassActionButton* button(CapturePanelContentView& view, const QString& title) {
+        for (GlassActionButton* candidate : view.capsuleBar().buttons())
+            if (candidate->toolTip() == title)
+                return candidate;
+        return nullptr;
+    }
+
     // The card of a panel where it stands now.
     static QRectF card(const CapturePanel* panel) { return cardFrame(panel->frame()).rect; }
     std::vector<QRectF> cards() {
