@@ -39,7 +39,7 @@ bool clip(InkSegment& segment, const QRectF& box) {
     const auto narrow = [&](double start, double step, double low, double high) {
         if (step == 0)
             return low <= start && start <= high;
-        const auto [enter, leave] = std::minmax((low - start) / step, (high - start) / step);
+        const auto [enter, leave] = std::minmax({(low - start) / step, (high - start) / step});
         first = std::max(first, enter);
         last = std::min(last, leave);
         return first <= last;
