@@ -28,7 +28,7 @@ QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
     statusItem = services().statusBar.makeItem();
     MARROWFIN_INVARIANT(statusItem != nullptr);
     manager = std::make_unique<ScreenCaptureManager>();
-    controller = std::make_unique<StatusBarController>(*statusItem, *manager, absentFeatures());
+    controller = std::make_unique<StatusBarController>(*statusItem, *manager, makeFeatures());
     CapturePanelController::shared().setEditorOpener(
         [this](const Image& image) { controller->features().editor->open(image); });
     makeStatusItem();

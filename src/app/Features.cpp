@@ -1,6 +1,7 @@
 #include "app/Features.h"
 
 #include "base/Log.h"
+#include "pin/PinManager.h"
 
 namespace marrowfin {
 
@@ -54,9 +55,14 @@ private:
     QString what;
 };
 
+class Pins : public ImageFeature {
+public:
+    void open(const Image& image) override { PinManager::shared().pin(image); }
+};
+
 } // namespace
 
-Features absentFeatures() {
+Features makeFeatures() {
     Features features;
     features.recorder = std::make_unique<AbsentRecorder>();
     features.scrolling = std::make_unique<AbsentScrolling>();
@@ -65,7 +71,7 @@ Features absentFeatures() {
     features.settings = std::make_unique<AbsentWindow>(QStringLiteral("The settings window"));
     features.updates = std::make_unique<AbsentWindow>(QStringLiteral("The update check"));
     features.editor = std::make_unique<AbsentImageFeature>(QStringLiteral("The annotation editor"));
-    features.pins = std::make_unique<AbsentImageFeature>(QStringLiteral("Pinning to the screen"));
+    features.pins = std::make_unique<Pins>();
     return features;
 }
 

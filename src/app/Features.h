@@ -57,7 +57,7 @@ struct Features {
     std::unique_ptr<ImageFeature> pins;
 };
 
-// None of them built.
-Features absentFeatures();
+// Those that are built, and the absent ones for the rest.
+Features makeFeatures();
 
 } // namespace marrowfin

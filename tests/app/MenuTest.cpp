@@ -204,6 +204,25 @@ TEST_F(MenuTest, theClipboardRowsAreSilentWithoutAnImage) {
     EXPECT_EQ(output.text(), QString());
 }
 
+TEST_F(MenuTest, pinToScreenPinsTheClipboardsImage) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    launch();
+    desktop.pasteboard.image = picture();
+    const std::size_t before = desktop.surfaceHost.surfaces.size();
+    choose("Pin to Screen");
+    ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.size() == before + 1; }));
+    EXPECT_EQ(desktop.surfaceHost.surfaces.back()->spec.level, SurfaceLevel::Pin);
+}
+
+TEST_F(MenuTest, openFromClipboardNeedsTheEditor) {
+    launch();
+    desktop.pasteboard.image = picture();
+    CapturedOutput output;
+    choose("Open from Clipboard");
+    QApplication::processEvents();
+    EXPECT_EQ(output.text(), QStringLiteral("The annotation editor isn't built yet.\n"));
+}
+
 TEST_F(MenuTest, whatIsNotBuiltYetSaysSoInOneLine) {
     launch();
     const std::pair<const char*, const char*> lines[] = {
