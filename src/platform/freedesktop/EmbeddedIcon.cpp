@@ -1,20 +1,68 @@
 #include "platform/freedesktop/EmbeddedIcon.h"
 
+#include "platform/freedesktop/DrawnIcon.h"
+
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QWidget>
 
 namespace marrowfin::freedesktop {
 
-EmbeddedIcon::EmbeddedIcon(Click click) : click(std::move(click)) {}
+namespace {
+// A tray shows what we painted in its own time, and tells nobody.
+constexpr int settlingMilliseconds = 300;
+} // namespace
 
-void EmbeddedIcon::show() {
+EmbeddedIcon::EmbeddedIcon(Click click) : click(std::move(click)) {
+    settled.setSingleShot(true);
+    settled.setInterval(settlingMilliseconds);
+    connect(&tray, &QSystemTrayIcon::activated, this, &EmbeddedIcon::awaitRelease);
+    connect(&settled, &QTimer::timeout, this, &EmbeddedIcon::lookAtBackground);
+}
+
+void EmbeddedIcon::setIcon(platform::StatusItem::IconDrawer drawer) {
+    icon = std::move(drawer);
+    giveIcon();
     tray.show();
-    // The toolkit's own signal comes when the button goes down; a menu opened by it would take the release
-    // for a choice. So the window that it docks is listened to.
+}
+
+void EmbeddedIcon::giveIcon() {
+    const auto drawAndLook = [this](int pixels, bool dark) {
+        settled.start();
+        return icon(pixels, dark);
+    };
+    tray.setIcon(drawnIcon(drawAndLook, darkTray));
+}
+
+// The toolkit's own signal comes when the button goes down; a menu opened by it would take the release for a
+// choice. So the release is awaited in the window that the toolkit docked, which exists by now.
+void EmbeddedIcon::awaitRelease() {
     for (QWidget* widget : QApplication::topLevelWidgets())
         if (widget->inherits("QSystemTrayIconSys"))
             widget->installEventFilter(this);
+}
+
+// The corners of the icon are empty: there the tray shows through.
+void EmbeddedIcon::lookAtBackground() {
+    const QRect place = geometry();
+    QScreen* screen = QGuiApplication::screenAt(place.center());
+    if (place.isEmpty() || !screen)
+        return;
+    const QRect local = place.translated(-screen->geometry().topLeft());
+    const QImage shown = screen->grabWindow(0, local.x(), local.y(), local.width(), local.height()).toImage();
+    if (shown.isNull())
+        return;
+    const int right = shown.width() - 1;
+    const int bottom = shown.height() - 1;
+    int lightness = 0;
+    for (const QPoint corner : {QPoint(0, 0), QPoint(right, 0), QPoint(0, bottom), QPoint(right, bottom)})
+        lightness += qGray(shown.pixel(corner));
+    const bool dark = lightness < 4 * 128;
+    if (dark == darkTray)
+        return;
+    darkTray = dark;
+    giveIcon();
 }
 
 bool EmbeddedIcon::eventFilter(QObject* watched, QEvent* event) {

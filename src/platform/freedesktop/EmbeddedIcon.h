@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QRect>
 #include <QSystemTrayIcon>
+#include <QTimer>
 
 namespace marrowfin::freedesktop {
 
@@ -17,17 +18,24 @@ public:
 
     explicit EmbeddedIcon(Click click);
 
-    void setIcon(const QIcon& icon) { tray.setIcon(icon); }
+    // Shows from now on, and wherever a tray appears.
+    void setIcon(platform::StatusItem::IconDrawer drawer);
     void setToolTip(const QString& text) { tray.setToolTip(text); }
     // Where it is on the screen; empty while no tray shows it.
     QRect geometry() const { return tray.geometry(); }
-    // After the icon was given: the toolkit shows nothing without one.
-    void show();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void giveIcon();
+    void awaitRelease();
+    void lookAtBackground();
+
     Click click;
+    platform::StatusItem::IconDrawer icon;
+    // Trays are dark as a rule; what this one is shows once it has put the icon on the screen.
+    bool darkTray = true;
+    QTimer settled;
     QSystemTrayIcon tray;
 };
 

@@ -1,12 +1,12 @@
 #include "platform/freedesktop/FreedesktopStatusItem.h"
 
 #include "base/Log.h"
-#include "platform/freedesktop/DrawnIcon.h"
+#include "platform/Desktop.h"
+#include "platform/Services.h"
 
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QPalette>
 #include <QScreen>
 
 namespace marrowfin::freedesktop {
@@ -18,12 +18,12 @@ namespace {
 // What hosts show items at, on plain and on dense screens.
 constexpr int notifierSides[] = {22, 24, 32, 48};
 
-// Panels are dark as a rule, whatever the windows are; only those that follow a light theme aren't.
-bool trayIsDark(bool followsTheme) {
-    const QPalette palette = QGuiApplication::palette();
-    const bool lightTheme =
-        palette.color(QPalette::Window).lightness() > palette.color(QPalette::WindowText).lightness();
-    return !(followsTheme && lightTheme);
+// Hosts over D-Bus don't tell what they put the icon on. GNOME's bar is dark whatever the windows are; other
+// panels follow the appearance.
+bool hostIsDark() {
+    if (qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains(QLatin1String("GNOME"), Qt::CaseInsensitive))
+        return true;
+    return !isInstalled() || services().appearance.colorScheme() == ColorScheme::Dark;
 }
 
 // Each screen keeps its origin in native pixels; only distances within it are scaled.
@@ -41,6 +41,11 @@ QPoint fromNative(const QPoint& point) {
 
 FreedesktopStatusItem::FreedesktopStatusItem() {
     connect(&watch, &NotifierHostWatch::changed, this, &FreedesktopStatusItem::followHost);
+    if (isInstalled())
+        connect(&services().appearance, &Appearance::changed, this, [this] {
+            if (notifier)
+                refresh();
+        });
 }
 
 void FreedesktopStatusItem::setIcon(IconDrawer drawer) {
@@ -75,16 +80,14 @@ void FreedesktopStatusItem::refresh() {
         NotifierPixmaps pixmaps;
         if (icon)
             for (const int side : notifierSides)
-                pixmaps << NotifierPixmap::from(icon(side, trayIsDark(true)));
+                pixmaps << NotifierPixmap::from(icon(side, hostIsDark()));
         notifier->setIcons(pixmaps);
         notifier->setToolTip(toolTip);
     }
     if (embedded) {
-        if (icon)
-            embedded->setIcon(drawnIcon(icon, trayIsDark(false)));
         embedded->setToolTip(toolTip);
         if (icon)
-            embedded->show();
+            embedded->setIcon(icon);
     }
 }
 

@@ -25,10 +25,12 @@ private:
 
 class Tint2 {
 public:
-    Tint2() {
+    explicit Tint2(const QByteArray& color = "#303030") {
         EXPECT_TRUE(configuration.open());
         configuration.write("panel_items = S\npanel_position = top center horizontal\npanel_size = 100% 40\n"
-                            "systray_icon_size = 32\nwm_menu = 0\n");
+                            "systray_icon_size = 32\nwm_menu = 0\nrounded = 0\nborder_width = 0\n"
+                            "background_color = " +
+                            color + " 100\npanel_background_id = 1\n");
         configuration.flush();
         process.start(QStringLiteral("tint2"), {QStringLiteral("-c"), configuration.fileName()});
     }
@@ -55,10 +57,16 @@ TEST(LateTray, isServedWhenItComesAndWhenItComesBack) {
     DrawerLog drawings;
     testing::internal::CaptureStderr();
     const auto item = makeItem(drawings);
+    int clicks = 0;
+    item->setAction([&clicks](platform::StatusItemButton) { ++clicks; });
     QCoreApplication::processEvents();
-    for (int round = 0; round < 2; ++round) {
+    for (int round = 1; round <= 2; ++round) {
         const Tint2 tray;
         ASSERT_TRUE(iconShows()) << "round " << round;
+        movePointer(iconOnScreen().center());
+        pressButton(1);
+        releaseButton(1);
+        EXPECT_TRUE(waitUntil([&] { return clicks == round; }));
     }
     EXPECT_TRUE(iconIsGone());
     const std::string said = testing::internal::GetCapturedStderr();
@@ -74,4 +82,13 @@ TEST(LateTray, soIsAHostOnDBus) {
     NotifierDesktop desktop(false);
     desktop.setHost(true);
     EXPECT_TRUE(waitUntil([&desktop] { return desktop.items.size() == 1; }));
+}
+
+TEST(LateTray, theIconIsDrawnForTheTrayThatItStandsIn) {
+    const WindowManager manager;
+    DrawerLog drawings;
+    const auto item = makeItem(drawings);
+    const Tint2 tray("#f4f4f4");
+    ASSERT_TRUE(iconShows());
+    EXPECT_TRUE(waitUntil([&drawings] { return !drawings.last().darkTray; }));
 }

@@ -35,6 +35,8 @@ protected:
 
     double ratio() const { return QGuiApplication::primaryScreen()->devicePixelRatio(); }
     void clickIcon(int button) {
+        // As a hand does: from elsewhere.
+        movePointer({20, 20});
         movePointer(iconOnScreen().center());
         pressButton(button);
         releaseButton(button);
@@ -53,11 +55,12 @@ TEST_F(StatusItemTest, standsInTheTrayAtTheTraysOwnSize) {
     const QRect shown = iconOnScreen();
     EXPECT_EQ(shown.width(), shown.height());
     // Drawn for just these pixels, not scaled from another size.
-    EXPECT_EQ(drawings.drawn().back(), shown.width());
+    EXPECT_EQ(drawings.last().pixels, shown.width());
 }
 
 TEST_F(StatusItemTest, eitherButtonActsWhenItIsReleased) {
     ASSERT_TRUE(iconShows());
+    movePointer({20, 20});
     movePointer(iconOnScreen().center());
     for (const auto& [number, button] :
          {std::pair(leftButton, StatusItemButton::Left), std::pair(rightButton, StatusItemButton::Right)}) {

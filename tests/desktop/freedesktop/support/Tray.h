@@ -15,21 +15,28 @@ namespace marrowfin::testsupport {
 // Nothing else on the desktop has this colour.
 inline const QColor iconColor(255, 0, 200);
 
-// Fills the square, and remembers at which sizes it was asked to.
+// Fills the square but for its corners, and remembers what it was asked.
 class DrawerLog {
 public:
+    struct Request {
+        int pixels;
+        bool darkTray;
+    };
     platform::StatusItem::IconDrawer drawer() {
-        return [sides = sides](int pixels, bool) {
-            sides->push_back(pixels);
+        return [requests = requests](int pixels, bool darkTray) {
+            requests->push_back({pixels, darkTray});
             QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
             image.fill(iconColor);
+            for (const QPoint corner :
+                 {QPoint(0, 0), QPoint(pixels - 1, 0), QPoint(0, pixels - 1), QPoint(pixels - 1, pixels - 1)})
+                image.setPixelColor(corner, Qt::transparent);
             return image;
         };
     }
-    const std::vector<int>& drawn() const { return *sides; }
+    const Request& last() const { return requests->back(); }
 
 private:
-    std::shared_ptr<std::vector<int>> sides = std::make_shared<std::vector<int>>();
+    std::shared_ptr<std::vector<Request>> requests = std::make_shared<std::vector<Request>>();
 };
 
 // Native pixels of the screen that have the icon's colour; null when there are none.
