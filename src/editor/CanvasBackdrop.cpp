@@ -36,9 +36,9 @@ QImage resampled(const QImage& pixels, const QSize& size) {
 
 } // namespace
 
-void CanvasBackdrop::prepare(const Key& key) {
+bool CanvasBackdrop::prepare(const Key& key) {
     if (!pixels.isNull() && key == made)
-        return;
+        return false;
     const bool sameImage = !scaled.isNull() && key.base == made.base;
     made = key;
     const QTransform placed = key.fit.paintTransform(key.viewToLayer.m11()) * key.viewToLayer;
@@ -48,6 +48,7 @@ void CanvasBackdrop::prepare(const Key& key) {
     else if (!sameImage || scaled.size() != target.size())
         scaled = resampled(key.base.pixels(), target.size());
     paint();
+    return true;
 }
 
 void CanvasBackdrop::paint() {

@@ -24,8 +24,8 @@ public:
         friend bool operator==(const Key&, const Key&) = default;
     };
 
-    // Makes the layer anew if the key is another one than last time.
-    void prepare(const Key& key);
+    // Makes the layer anew if the key is another one than last time, and says so.
+    bool prepare(const Key& key);
     // Opaque.
     const QImage& layer() const { return pixels; }
     // Where the image stands in the layer.

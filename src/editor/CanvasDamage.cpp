@@ -3,13 +3,14 @@
 #include "base/Geometry.h"
 #include "editor/CropOverlay.h"
 
+#include <QSet>
 #include <algorithm>
 
 namespace marrowfin {
 
 namespace {
 
-constexpr double shadowReach = 6.0;    // image points, beyond the stroke
+constexpr double inkShadowReach = 6.0; // image points, beyond the stroke
 constexpr double selectionReach = 6.0; // view points: half a handle and its outline
 
 // Whole points around it, and one more for what antialiasing spreads.
@@ -38,19 +39,20 @@ double reachBeyondBounds(const AnyAnnotation& annotation) {
     // Letters lean out of their line and accents rise above it; a stroke's corners are pointed.
     if (const auto* text = annotation.as<TextAnnotation>())
         return std::max(text->fontSize, 1.0);
-    return annotation.strokeWidth() + shadowReach + 1;
+    return annotation.strokeWidth() + inkShadowReach + 1;
 }
 
 // What of the stroke an appended point can change: smoothing looks a few points back.
 constexpr double smoothingReach = 24.0;
 
+// The points from this one on, and so many before it.
 QRectF tailBounds(const QList<QPointF>& points, qsizetype from) {
     QRectF bounds(points.last(), QSizeF(0, 0));
     double walked = 0;
-    for (qsizetype i = points.size() - 1; i >= 0; --i) {
+    for (qsizetype i = points.size() - 2; i >= 0 && walked <= smoothingReach; --i) {
         bounds = unionOf(bounds, QRectF(points[i], QSizeF(0, 0)));
-        if (i < from && (walked += distance(points[i], points[i + 1])) > smoothingReach)
-            break;
+        if (i < from)
+            walked += distance(points[i], points[i + 1]);
     }
     return bounds;
 }
@@ -63,7 +65,7 @@ bool continues(const FreehandAnnotation& before, const FreehandAnnotation& after
 
 QRegion strokeDamage(const FreehandAnnotation& before, const FreehandAnnotation& after,
                      const CanvasFit& fit) {
-    const double reach = after.strokeWidth + shadowReach + 1;
+    const double reach = after.strokeWidth + inkShadowReach + 1;
     const QRectF tail = tailBounds(after.points, before.points.size());
     return around(fit.toView(inset(tail, -reach, -reach)));
 }
@@ -104,18 +106,26 @@ QRegion inkDamage(const QList<AnyAnnotation>& before, const QList<AnyAnnotation>
                   const CanvasFit& fit) {
     if (before.constData() == after.constData())
         return {};
-    // Records keep their places but for those that were added or removed.
+    // The order of those that are in both lists is the same.
+    QSet<QUuid> remaining;
+    for (const AnyAnnotation& one : after)
+        remaining.insert(one.id());
     QRegion damage;
-    const qsizetype common = std::min(before.size(), after.size());
-    qsizetype same = 0;
-    for (; same < common && before[same].id() == after[same].id(); ++same)
-        damage += inkDamage(&before[same], &after[same], fit);
-    const auto addAll = [&](const QList<AnyAnnotation>& list) {
-        for (qsizetype i = same; i < list.size(); ++i)
-            damage += inkDamage(nullptr, &list[i], fit);
-    };
-    addAll(before);
-    addAll(after);
+    qsizetype next = 0;
+    for (const AnyAnnotation& old : before) {
+        if (!remaining.contains(old.id())) {
+            damage += inkDamage(&old, nullptr, fit);
+            continue;
+        }
+        while (next < after.size() && after[next].id() != old.id())
+            damage += inkDamage(nullptr, &after[next++], fit);
+        if (next < after.size())
+            damage += inkDamage(&old, &after[next++], fit);
+        else
+            damage += inkDamage(&old, nullptr, fit);
+    }
+    while (next < after.size())
+        damage += inkDamage(nullptr, &after[next++], fit);
     return damage;
 }
 

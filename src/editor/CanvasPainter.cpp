@@ -1,8 +1,6 @@
 #include "editor/CanvasPainter.h"
 
 #include "annotation/SelectionChrome.h"
-#include "base/Geometry.h"
-#include "editor/CanvasDamage.h"
 #include "editor/CropOverlay.h"
 
 #include <algorithm>
@@ -12,17 +10,25 @@ namespace marrowfin {
 
 namespace {
 
-// Beyond this many, a region is painted as a whole: each part costs a walk over the ink.
-constexpr int mostParts = 8;
-// A shadow is made from the ink around it, so a part is composed with that much more around it. Image points.
-constexpr double shadowReach = 6.0;
+int areaOf(const QRegion& region) {
+    int sum = 0;
+    for (const QRect& part : region)
+        sum += part.width() * part.height();
+    return sum;
+}
 
-const AnyAnnotation* find(const QList<AnyAnnotation>& annotations, const std::optional<QUuid>& id) {
-    if (id)
-        for (const AnyAnnotation& one : annotations)
-            if (one.id() == *id)
-                return &one;
-    return nullptr;
+// Many small parts are composed one by one as long as that leaves out most of the box around them: the band
+// of an outline, and not what is inside it.
+bool isWorthParts(const QRegion& region) {
+    constexpr int mostParts = 40;
+    const QRect box = region.boundingRect();
+    return region.rectCount() <= mostParts && areaOf(region) < box.width() * box.height() / 2;
+}
+
+qsizetype indexOf(const QList<AnyAnnotation>& annotations, const std::optional<QUuid>& id) {
+    const auto found = std::find_if(annotations.begin(), annotations.end(),
+                                    [&](const AnyAnnotation& one) { return one.id() == id; });
+    return found - annotations.begin();
 }
 
 } // namespace
@@ -32,9 +38,19 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& region, Scene scene)
     const QTransform viewToLayer = viewToDevice * QTransform::fromTranslate(-std::floor(viewToDevice.dx()),
                                                                             -std::floor(viewToDevice.dy()));
     scene.backdrop.viewToLayer = viewToLayer;
-    backdrop.prepare(scene.backdrop);
-    imageToLayer = scene.backdrop.fit.paintTransform(viewToLayer.m11()) * viewToLayer;
+    const auto beneath =
+        backdrop.prepare(scene.backdrop) ? SettledInk::Beneath::Changed : SettledInk::Beneath::Same;
+    const RecordPainter records{backdrop, blur, scene.backdrop.base,
+                                scene.backdrop.fit.paintTransform(viewToLayer.m11()) * viewToLayer};
+    // The selected record is the one that a gesture changes; what lies on it is painted on it.
     scene.annotations = inPaintOrder(scene.annotations);
+    scene.annotations.removeIf([&](const AnyAnnotation& one) { return one.id() == scene.hidden; });
+    const qsizetype still = indexOf(scene.annotations, scene.selected);
+    live = scene.annotations.mid(still);
+    if (scene.inProgress)
+        live.append(*scene.inProgress);
+    settled.settle(scene.annotations.first(still), records, beneath);
+
     if (frame.size() != backdrop.layer().size())
         frame = QImage(backdrop.layer().size(), QImage::Format_RGB32);
     QPainter onFrame(&frame);
@@ -42,62 +58,32 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& region, Scene scene)
     painter.setWorldTransform(viewToLayer.inverted(), true);
     const auto paintPart = [&](const QRect& viewPart) {
         const QRect part = viewToLayer.mapRect(QRectF(viewPart)).toAlignedRect() & frame.rect();
-        compose(onFrame, scene, part);
+        compose(onFrame, scene, part, records);
         painter.drawImage(part.topLeft(), frame, part);
     };
-    if (region.rectCount() > mostParts)
-        paintPart(region.boundingRect());
-    else
+    if (isWorthParts(region))
         std::for_each(region.begin(), region.end(), paintPart);
+    else
+        paintPart(region.boundingRect());
     painter.restore();
 }
 
-void CanvasPainter::compose(QPainter& onFrame, const Scene& scene, const QRect& part) {
-    const int more = static_cast<int>(std::ceil(shadowReach * imageToLayer.m11())) + 1;
-    const QRect wider = part.adjusted(-more, -more, more, more) & frame.rect();
-    copyBackdrop(wider);
+void CanvasPainter::compose(QPainter& onFrame, const Scene& scene, const QRect& part,
+                            const RecordPainter& records) {
+    settled.copy(records.withShadows(part), frame, onFrame, records);
     if (scene.backdrop.base.isNull())
         return;
-    onFrame.resetTransform();
-    onFrame.setClipRect(wider);
-    onFrame.setTransform(imageToLayer);
-    paintInk(onFrame, scene, imageToLayer.inverted().mapRect(QRectF(wider)));
+    records.draw(onFrame, live, records.open(onFrame, part));
+    paintOverlays(onFrame, scene);
 }
 
-void CanvasPainter::copyBackdrop(const QRect& part) {
-    const QImage& from = backdrop.layer();
-    for (int y = part.top(); y <= part.bottom(); ++y)
-        std::copy_n(reinterpret_cast<const QRgb*>(from.constScanLine(y)) + part.left(), part.width(),
-                    reinterpret_cast<QRgb*>(frame.scanLine(y)) + part.left());
-}
-
-void CanvasPainter::paintInk(QPainter& painter, const Scene& scene, const QRectF& part) {
-    const auto drawIfSeen = [&](const AnyAnnotation& annotation) {
-        if (intersection(inkBounds(annotation), part))
-            drawAnnotation(painter, scene, annotation);
-    };
-    for (const AnyAnnotation& annotation : scene.annotations)
-        if (annotation.id() != scene.hidden)
-            drawIfSeen(annotation);
-    if (scene.inProgress)
-        drawIfSeen(*scene.inProgress);
-    const double scale = scene.backdrop.fit.scale;
-    if (const AnyAnnotation* selected = find(scene.annotations, scene.selected))
-        drawSelectionChrome(*selected, scale, painter, scene.backdrop.scheme);
+void CanvasPainter::paintOverlays(QPainter& painter, const Scene& scene) const {
+    const CanvasBackdrop::Key& shown = scene.backdrop;
+    const qsizetype selected = indexOf(scene.annotations, scene.selected);
+    if (selected < scene.annotations.size())
+        drawSelectionChrome(scene.annotations[selected], shown.fit.scale, painter, shown.scheme);
     if (scene.crop)
-        drawCropOverlay(painter, *scene.crop, scene.backdrop.base.size(), scale);
-}
-
-void CanvasPainter::drawAnnotation(QPainter& painter, const Scene& scene, const AnyAnnotation& annotation) {
-    const auto* box = annotation.as<BlurAnnotation>();
-    if (!box) {
-        annotation.draw(painter);
-        return;
-    }
-    painter.save();
-    painter.resetTransform();
-    blur.draw(painter, *box, imageToLayer, backdrop, scene.backdrop.base);
-    painter.restore();
+        drawCropOverlay(painter, *scene.crop, shown.base.size(), shown.fit.scale);
 }
 
 } // namespace marrowfin

@@ -7,6 +7,7 @@
 #include "base/Image.h"
 #include "editor/CanvasBackdrop.h"
 #include "editor/LiveBlur.h"
+#include "editor/SettledInk.h"
 
 #include <QPainter>
 #include <QRegion>
@@ -31,15 +32,14 @@ public:
 
 private:
     // Composes the part, in layer pixels, in the frame.
-    void compose(QPainter& onFrame, const Scene& scene, const QRect& part);
-    void copyBackdrop(const QRect& part);
-    void paintInk(QPainter& painter, const Scene& scene, const QRectF& part);
-    void drawAnnotation(QPainter& painter, const Scene& scene, const AnyAnnotation& annotation);
+    void compose(QPainter& onFrame, const Scene& scene, const QRect& part, const RecordPainter& records);
+    void paintOverlays(QPainter& painter, const Scene& scene) const;
 
     CanvasBackdrop backdrop;
     LiveBlur blur;
-    QImage frame;            // only what was composed last is of any use
-    QTransform imageToLayer; // of the paint that goes on
+    SettledInk settled;
+    QList<AnyAnnotation> live; // of the paint that goes on: what is painted on the settled ink
+    QImage frame;              // only what was composed last is of any use
 };
 
 } // namespace marrowfin

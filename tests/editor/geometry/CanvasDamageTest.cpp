@@ -42,6 +42,15 @@ TEST(CanvasDamage, AGrowingStrokeCostsItsEnd) {
     EXPECT_FALSE(damage.contains(QPoint(300, 100)));
 }
 
+TEST(CanvasDamage, AStrokeOfTheSamePointsCostsItsEndAtMost) {
+    const FreehandAnnotation one = pen({{100, 100}, {300, 100}, {500, 100}});
+    FreehandAnnotation again = one;
+    again.id = QUuid::createUuid();
+    const AnyAnnotation a = one;
+    const AnyAnnotation b = again;
+    EXPECT_FALSE(inkDamage(&a, &b, fit).contains(QPoint(100, 100)));
+}
+
 TEST(CanvasDamage, AMovedStrokeCostsBothPlaces) {
     AnyAnnotation before = pen({{100, 100}, {200, 200}});
     AnyAnnotation after = before;
