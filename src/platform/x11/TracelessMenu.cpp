@@ -72,6 +72,7 @@ void TracelessMenu::aboutToBeUnmapped() {
     if (!shown || !context->compositor.isRunning())
         return;
     clearToTransparent(*context->qt, shown);
+    nudge(*context->qt, menu);
     context->gone.waitShown();
     seen = SeenGone::Yes;
 }

@@ -59,6 +59,14 @@ void clearToTransparent(const Connection& qt, xcb_window_t window) {
     xcb_free_gc(qt.raw(), context);
 }
 
+void nudge(const Connection& qt, const QWidget& widget) {
+    const xcb_window_t window = windowOf(&widget);
+    if (!window)
+        return;
+    const auto x = static_cast<std::uint32_t>(nativeFrame(widget).x() + 1);
+    xcb_configure_window(qt.raw(), window, XCB_CONFIG_WINDOW_X, &x);
+}
+
 void setUntilPainted(const Connection& qt, xcb_window_t window, UntilPainted look) {
     if (!window)
         return;

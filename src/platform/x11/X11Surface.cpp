@@ -99,7 +99,7 @@ void X11Surface::setFrame(const DesktopRect& frame) {
 }
 
 void X11Surface::applyFrame() {
-    if (!widget)
+    if (!widget || state == State::Leaving)
         return;
     const QRect rect = qtRect(given);
     // The screen first: sizes are scaled by the one that the window belongs to.
@@ -252,10 +252,13 @@ void X11Surface::makeInvisible() {
     widget->setUpdatesEnabled(false);
     setInputShape(*context->qt, window(), QRegion());
     clearToTransparent(*context->qt, window());
+    // The same as nudge(), and Qt keeps knowing where the window is.
+    widget->move(widget->pos() + QPoint(1, 0));
 }
 
 void X11Surface::makeVisible() {
     state = State::Shown;
+    applyFrame();
     widget->setUpdatesEnabled(updatesWereEnabled);
     applyInput();
     widget->update();
@@ -315,6 +318,8 @@ void X11Surface::aboutToBeDestroyed() {
     if (!isComposited())
         return;
     clearToTransparent(*context->qt, window());
+    if (widget)
+        nudge(*context->qt, *widget);
     context->gone.waitShown();
 }
 
