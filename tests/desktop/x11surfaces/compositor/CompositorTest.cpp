@@ -43,7 +43,7 @@ TEST_F(CompositorTest, ItsDeathLeavesTheOverlayDimmedAndNotBlack) {
     desk::Compositor compositor(other);
     Pane pane(dim);
     const auto surface = show(pane, overlaySpec, qtScreen());
-    ASSERT_TRUE(desk::waitFor([&] { return isDimmed(); }));
+    ASSERT_TRUE(desk::waitFor([&] { return isDimmed() && surface->isComposited(); }));
     const Count changed(surface.get(), &platform::Surface::compositedChanged);
     compositor.kill();
     EXPECT_TRUE(desk::waitFor([&] { return isDimmed(); }));
