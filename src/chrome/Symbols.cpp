@@ -85,6 +85,7 @@ QStringList symbolNames() {
     QStringList names;
     for (const QString& file : QDir(folder).entryList({QStringLiteral("*.svg")}, QDir::Files, QDir::Name))
         names << file.chopped(4);
+    names.sort();
     return names;
 }
 
