@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longest = 1000ms;
 constexpr auto pauseWhenAllDrawn = 30ms; // two frames of a toolkit that draws with the display
-constexpr auto pauseOtherwise = 100ms;   // what is exposed may be plain background that nobody draws
+constexpr auto pauseOtherwise = 300ms;   // it may be slow, or plain background that nobody draws
 
 std::chrono::milliseconds sinceStart(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);

@@ -61,19 +61,17 @@ private:
 
     // Until the next frame is due, or, with nothing to do, until something happens.
     void sleep() {
+        connection.flush();
+        // First: what came with an earlier answer is in the library's own queue, where poll() can't see it.
+        readEvents();
         const bool waitsForTime = (changed && mayGrab()) || isPolling() || tellsIdle;
         int timeout = -1;
         if (waitsForTime) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now()).count();
             timeout = static_cast<int>(std::max<std::int64_t>(left, 0));
         }
-        connection.flush();
         pollfd sources[] = {{xcb_get_file_descriptor(connection.raw()), POLLIN, 0},
                             {loop.wakeDescriptor, POLLIN, 0}};
-        // What came with an earlier answer is in the library's own queue, where poll() can't see it.
-        readEvents();
-        if (changed && mayGrab() && Clock::now() >= next)
-            return;
         ::poll(sources, 2, timeout);
         std::uint64_t count = 0;
         if ((sources[1].revents & POLLIN) != 0) [[maybe_unused]]
