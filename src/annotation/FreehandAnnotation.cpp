@@ -37,7 +37,7 @@ void FreehandAnnotation::translate(double dx, double dy) {
 }
 
 void FreehandAnnotation::draw(QPainter& painter) const {
-    if (points.size() < 2 || !isPaintable(boundingRect()))
+    if (points.size() < 2 || !isPaintable(boundingRect()) || !isHandsStroke(points))
         return;
     const QList<QPointF> smooth = smoothedPoints(points);
     // The curves leave the straight way between their points by less than a point.

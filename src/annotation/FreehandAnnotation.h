@@ -18,7 +18,7 @@ struct FreehandAnnotation : Ink {
     bool hitTest(const QPointF& point, double tolerance) const;
     void translate(double dx, double dy);
 
-    // A stroke of one point paints nothing.
+    // A stroke of one point paints nothing, nor does one that no hand can have drawn.
     void draw(QPainter& painter) const;
 
     friend bool operator==(const FreehandAnnotation&, const FreehandAnnotation&) = default;

@@ -26,20 +26,19 @@ QList<QPointF> averaged(const QList<QPointF>& points) {
     return result;
 }
 
-// A hand's stroke is far shorter than this; for anything else the number of steps would get out of hand.
-bool isTooLongToResample(const QList<QPointF>& points) {
-    constexpr double longestStroke = 4e6;
-    double length = 0;
-    for (qsizetype i = 1; i < points.size(); ++i)
-        length += distance(points[i - 1], points[i]);
-    return !(length <= longestStroke);
-}
-
 bool isSame(const QPointF& a, const QPointF& b) {
     return a.x() == b.x() && a.y() == b.y(); // exactly, where == forgives small differences
 }
 
 } // namespace
+
+bool isHandsStroke(const QList<QPointF>& points) {
+    constexpr double longestStroke = 1e6;
+    double length = 0;
+    for (qsizetype i = 1; i < points.size(); ++i)
+        length += distance(points[i - 1], points[i]);
+    return length <= longestStroke;
+}
 
 QList<QPointF> resampled(const QList<QPointF>& points, double spacing) {
     if (points.isEmpty())
@@ -69,7 +68,7 @@ QList<QPointF> resampled(const QList<QPointF>& points, double spacing) {
 }
 
 QList<QPointF> smoothedPoints(const QList<QPointF>& points) {
-    if (points.size() < 3 || isTooLongToResample(points))
+    if (points.size() < 3 || !isHandsStroke(points))
         return points;
     const QList<QPointF> even = resampled(points, resampleSpacing);
     if (even.size() < 5)

@@ -8,10 +8,13 @@
 
 namespace marrowfin {
 
+// Whether a hand can have drawn this: at most a million points long, so that the number of steps along it
+// stays within reason. Other strokes are not smoothed and not painted.
+bool isHandsStroke(const QList<QPointF>& points);
+
 // Points at equal steps along the polyline; the last point is always among them.
 QList<QPointF> resampled(const QList<QPointF>& points, double spacing);
-// Resampled and averaged twice; both ends stay where the hand put them. Unchanged below three points, and for
-// a stroke that is no hand's (longer than four million points).
+// Resampled and averaged twice; both ends stay where the hand put them. Unchanged below three points.
 QList<QPointF> smoothedPoints(const QList<QPointF>& points);
 // A Catmull-Rom spline through the points as they are, all of cubic curves. Empty below two points.
 QPainterPath curveThrough(const QList<QPointF>& points);

@@ -45,6 +45,17 @@ std::unique_ptr<QTextLayout> makeLayout(QStringView line, const QFont& font) {
     return layout;
 }
 
+// The toolkit's glyph renderer fails on glyphs that are stretched out of all shape, or larger than any
+// screen.
+bool canRenderGlyphs(const QTransform& toDevice) {
+    const double across = std::hypot(toDevice.m11(), toDevice.m12());
+    const double down = std::hypot(toDevice.m21(), toDevice.m22());
+    const auto [smaller, larger] = std::minmax(across, down);
+    constexpr double largestScale = 100;
+    constexpr double longestStretch = 8;
+    return larger <= largestScale && larger <= longestStretch * smaller;
+}
+
 } // namespace
 
 struct TextLayout::Line {
@@ -96,6 +107,12 @@ void TextLayout::draw(QPainter& painter, const QPointF& baseline, const QColor& 
     painter.setPen(color);
     painter.translate(baseline);
     painter.scale(scale, scale);
+    if (canRenderGlyphs(painter.deviceTransform()))
+        drawLines(painter);
+    painter.restore();
+}
+
+void TextLayout::drawLines(QPainter& painter) const {
     const QRectF visible = paintableRect(painter);
     const double lineHeight = lineMetrics.height / scale;
     for (const Line& line : lines) {
@@ -106,7 +123,6 @@ void TextLayout::draw(QPainter& painter, const QPointF& baseline, const QColor& 
         // The layout places a line by its top, which glyphs of other fonts push up; the baseline counts here.
         line.layout->draw(&painter, {0, y - line.shaped.ascent()});
     }
-    painter.restore();
 }
 
 double TextLayout::topOf(const Line& line) const {

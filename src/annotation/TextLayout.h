@@ -28,8 +28,8 @@ public:
     // All lines, from the top of the first; the width is that of the widest.
     QRectF rect() const;
 
-    // Paints with the left end of the first baseline at this point. Lines beyond the painter's clip cost
-    // nothing.
+    // Paints with the left end of the first baseline at this point. Lines that can't be seen cost nothing. A
+    // painter that stretches type beyond recognition, or to more than 12800 pixels, gets none.
     void draw(QPainter& painter, const QPointF& baseline, const QColor& color) const;
 
     // The caret before this position: a rectangle without width, as high as its line.
@@ -44,6 +44,7 @@ public:
 
 private:
     struct Line;
+    void drawLines(QPainter& painter) const;
     const Line& lineOf(int position) const;
     double topOf(const Line& line) const;
 
