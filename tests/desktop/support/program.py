@@ -77,7 +77,7 @@ class Program:
 
     def _collect(self, stream, lines, name):
         def read():
-            with open(os.path.join(self.desktop.logs, f"marrowfin.{name}.log"), "ab") as log:
+            with stream, open(os.path.join(self.desktop.logs, f"marrowfin.{name}.log"), "ab") as log:
                 for line in stream:
                     log.write(line)
                     log.flush()

@@ -41,7 +41,8 @@ class SampleWindow:
         self.window.set_wm_name(title)
         self.window.set_wm_class("sample", "Sample")
         self.window.change_property(self.atom("_NET_WM_PID"), Xatom.CARDINAL, 32, [os.getpid()])
-        self.window.set_wm_normal_hints(flags=Xutil.USPosition | Xutil.USSize, win_gravity=X.StaticGravity)
+        self.window.set_wm_normal_hints(flags=Xutil.USPosition | Xutil.USSize | Xutil.PWinGravity,
+                                         win_gravity=X.StaticGravity)
         self.window.set_wm_protocols([self.display.intern_atom("WM_DELETE_WINDOW")])
         self.window.map()
         self.display.sync()

@@ -39,8 +39,7 @@ class Story(unittest.TestCase):
         self.scale = self.desktop.options.scale
 
     def end_desktop(self):
-        failed = any(error for _, error in self._outcome.errors) or bool(
-            getattr(self._outcome.result, "failures", []) and self._outcome.result.failures[-1][0] is self)
+        failed = not self._outcome.success
         if failed:
             self.leave_traces()
         self.desktop.end(keep_logs=failed)

@@ -4,7 +4,7 @@ again until it holds, and the deadline only turns a hang into a failure that say
 import time
 
 # Generous on purpose: a deadline is never a measure of speed, and a loaded machine may take its time.
-DEADLINE = 60.0
+DEADLINE = 30.0
 INTERVAL = 0.005
 
 
