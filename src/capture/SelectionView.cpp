@@ -29,9 +29,11 @@ SelectionView::SelectionView(QWidget* parent) : QWidget(parent) {
 }
 
 QPointF SelectionView::viewPoint(const QMouseEvent& event) const {
-    // A drag can't leave the screen, also when the pointer does.
-    return {std::clamp(event.position().x(), 0.0, static_cast<double>(width())),
-            std::clamp(height() - event.position().y(), 0.0, static_cast<double>(height()))};
+    // The view fills its window; the toolkit rounds an event's place in a view, but not in the window, and
+    // half points matter at scale 2. A drag can't leave the screen, also when the pointer does.
+    const QPointF place = event.scenePosition();
+    return {std::clamp(place.x(), 0.0, static_cast<double>(width())),
+            std::clamp(height() - place.y(), 0.0, static_cast<double>(height()))};
 }
 
 QRectF SelectionView::toWidget(const QRectF& rect) const {
