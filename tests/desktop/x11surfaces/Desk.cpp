@@ -54,17 +54,13 @@ OtherProgram::~OtherProgram() {
 xcb_window_t OtherProgram::open(const QRect& frame, std::uint32_t color, Repaint repaint,
                                 Management management, Stacking stacking) {
     const xcb_window_t window = xcb_generate_id(c->raw());
-    const std::uint32_t values[] = {repaint == Repaint::ByServer ? color
-                                                                 : std::uint32_t{XCB_BACK_PIXMAP_NONE},
-                                    management == Management::Unmanaged,
+    const std::uint32_t values[] = {color, management == Management::Unmanaged,
                                     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_KEY_PRESS |
                                         XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY};
     xcb_create_window(c->raw(), XCB_COPY_FROM_PARENT, window, c->root(), static_cast<std::int16_t>(frame.x()),
                       static_cast<std::int16_t>(frame.y()), static_cast<std::uint16_t>(frame.width()),
                       static_cast<std::uint16_t>(frame.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT,
-                      (repaint == Repaint::ByServer ? XCB_CW_BACK_PIXEL : XCB_CW_BACK_PIXMAP) |
-                          XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
                       values);
     // A position that the window manager keeps: USPosition and USSize.
     const std::array<std::uint32_t, 18> hints = {3, static_cast<std::uint32_t>(frame.x()),
@@ -81,18 +77,16 @@ xcb_window_t OtherProgram::open(const QRect& frame, std::uint32_t color, Repaint
     waitFor([&] { return isViewable(window); });
     if (management == Management::Managed)
         waitFor([&] { return focus() == window; });
-    if (repaint == Repaint::Never) {
-        const xcb_gcontext_t context = xcb_generate_id(c->raw());
-        xcb_create_gc(c->raw(), context, window, XCB_GC_FOREGROUND, &color);
-        const xcb_rectangle_t all = {0, 0, 32767, 32767};
-        xcb_poly_fill_rectangle(c->raw(), window, context, 1, &all);
-        xcb_free_gc(c->raw(), context);
-    }
     if (stacking == Stacking::Bottom)
         return window;
     const QColor wanted = QColor::fromRgb(color);
     const QPoint middle = frame.center();
     waitFor([&] { return pixel(middle) == wanted; });
+    if (repaint == Repaint::Never) {
+        const std::uint32_t none = XCB_BACK_PIXMAP_NONE;
+        xcb_change_window_attributes(c->raw(), window, XCB_CW_BACK_PIXMAP, &none);
+        c->sync();
+    }
     return window;
 }
 

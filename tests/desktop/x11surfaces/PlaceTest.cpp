@@ -103,6 +103,18 @@ TEST_F(PlaceTest, ComesBackAfterItWasOrderedOut) {
     EXPECT_TRUE(shows(QPoint(50, 70), Qt::red));
 }
 
+TEST_F(PlaceTest, IsSeenEveryTimeAndKeepsBeingSeen) {
+    for (int round = 0; round < 60; ++round) {
+        Pane pane(Qt::red);
+        const auto surface =
+            show(pane, {round % 2 ? SurfaceLevel::Overlay : SurfaceLevel::Card}, QRectF(40, 60, 100, 100));
+        ASSERT_TRUE(shows(QPoint(50, 70), Qt::red)) << "round " << round;
+        pane.color = Qt::green;
+        pane.update();
+        ASSERT_TRUE(shows(QPoint(50, 70), Qt::green)) << "round " << round;
+    }
+}
+
 TEST_F(PlaceTest, ShowsOnlyItsOutlineWhereNothingBlends) {
     Pane pane(Qt::transparent);
     auto surface = host->host(pane, {});

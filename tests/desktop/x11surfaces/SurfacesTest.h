@@ -73,13 +73,15 @@ protected:
     bool shows(const QPoint& point, const QColor& color) {
         return desk::waitFor([&] { return other.pixel(native(point)) == color; });
     }
-    // The screen once nothing on it moves any more.
+    // The screen once nothing on it moves any more: a panel takes its time to find out about a compositor.
     QImage settledScreen() {
         QImage last = other.screen();
+        int looks = 0;
         desk::waitFor([&] {
             desk::passTime(60);
             const QImage now = other.screen();
-            return desk::difference(std::exchange(last, now), now).empty();
+            looks = desk::difference(std::exchange(last, now), now).empty() ? looks + 1 : 0;
+            return looks == 8;
         });
         return last;
     }
