@@ -16,7 +16,7 @@ namespace marrowfin {
 
 namespace {
 
-enum Filter : std::uint8_t { None = 0, Up = 2, Average = 3 };
+enum Filter : std::uint8_t { None = 0, Sub = 1, Up = 2 };
 
 constexpr QRgb alphaMask = 0xff000000U;
 
@@ -83,17 +83,15 @@ void toRgba(const QRgb* from, int width, std::uint8_t* to) {
     }
 }
 
+void filterSub(const std::uint8_t* row, std::size_t pixel, std::size_t size, std::uint8_t* to) {
+    std::copy_n(row, pixel, to);
+    for (std::size_t i = pixel; i < size; ++i)
+        to[i] = static_cast<std::uint8_t>(row[i] - row[i - pixel]);
+}
+
 void filterUp(const std::uint8_t* row, const std::uint8_t* above, std::size_t size, std::uint8_t* to) {
     for (std::size_t i = 0; i < size; ++i)
         to[i] = static_cast<std::uint8_t>(row[i] - above[i]);
-}
-
-void filterAverage(const std::uint8_t* row, const std::uint8_t* above, std::size_t pixel, std::size_t size,
-                   std::uint8_t* to) {
-    for (std::size_t i = 0; i < pixel; ++i)
-        to[i] = static_cast<std::uint8_t>(row[i] - above[i] / 2);
-    for (std::size_t i = pixel; i < size; ++i)
-        to[i] = static_cast<std::uint8_t>(row[i] - (row[i - pixel] + above[i]) / 2);
 }
 
 // A pixel of one to four bytes as a number. Reads four bytes, whatever the pixel has.
@@ -113,24 +111,53 @@ bool areNear(const std::uint8_t* a, const std::uint8_t* b) {
     return true;
 }
 
-// Windows compress best as they are: their pixels repeat exactly. Photographs don't repeat, but each pixel is
-// near the one above, and the differences are small numbers. So a few pixels of the row are asked which they
-// are like.
+// What a few pixels of a row are like. Windows compress best as they are: their pixels repeat exactly or
+// differ sharply. Photographs and soft slopes don't repeat, but each pixel is near its neighbours, and the
+// differences are small numbers.
+struct RowSample {
+    int asked = 0;
+    int sharp = 0;  // far from the pixels on the left and above
+    int grainy = 0; // near one of them, equal to neither
+    int sloped = 0; // equal to one and near the other, as in a title bar, where that says little
+    // How large the numbers are that each filter would leave.
+    int leftBySub = 0;
+    int leftByUp = 0;
+
+    template <std::size_t Pixel>
+    void ask(const std::uint8_t* here, const std::uint8_t* above) {
+        ++asked;
+        const std::uint8_t* left = here - Pixel;
+        const bool isLeft = load<Pixel>(here) == load<Pixel>(left);
+        const bool isAbove = load<Pixel>(here) == load<Pixel>(above);
+        if (isLeft && isAbove)
+            return;
+        const bool isNearOther =
+            (!isLeft && areNear<Pixel>(here, left)) || (!isAbove && areNear<Pixel>(here, above));
+        if (isLeft || isAbove)
+            sloped += isNearOther;
+        else
+            ++(isNearOther ? grainy : sharp);
+        for (std::size_t i = 0; isNearOther && i < Pixel; ++i) {
+            leftBySub += std::abs(here[i] - left[i]);
+            leftByUp += std::abs(here[i] - above[i]);
+        }
+    }
+
+    Filter best() const {
+        if (16 * grainy + sloped <= 32 * sharp || 4 * grainy + sloped <= asked / 8)
+            return None;
+        // The pixel above serves windows in the same row too, so the one on the left must be clearly better.
+        return leftBySub * 2 < leftByUp ? Sub : Up;
+    }
+};
+
 template <std::size_t Pixel>
 Filter filterFor(const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
     constexpr std::size_t step = 7 * Pixel; // odd, so that no pattern of the screen keeps pace with it
-    int asked = 0;
-    int grainy = 0;
-    int sharp = 0;
-    for (std::size_t i = Pixel; i + Pixel <= size; i += step, ++asked) {
-        const std::uint32_t here = load<Pixel>(row + i);
-        if (here == load<Pixel>(row + i - Pixel) || here == load<Pixel>(above + i))
-            continue;
-        ++(areNear<Pixel>(row + i, above + i) ? grainy : sharp);
-    }
-    if (grainy <= 2 * sharp || grainy * 32 <= asked)
-        return None;
-    return grainy * 4 > asked * 3 ? Average : Up;
+    RowSample sample;
+    for (std::size_t i = Pixel; i + Pixel <= size; i += step)
+        sample.ask<Pixel>(row + i, above + i);
+    return sample.best();
 }
 
 Filter filterFor(PngChannels channels, const std::uint8_t* row, const std::uint8_t* above, std::size_t size) {
@@ -206,10 +233,10 @@ std::uint8_t* PngRows::filter(std::uint8_t* at, const std::uint8_t* above) {
         return row;
     std::uint8_t* kept = (above == unfiltered[0].data() ? unfiltered[1] : unfiltered[0]).data();
     std::memcpy(kept, row, rowBytes);
-    if (chosen == Up)
-        filterUp(kept, above, rowBytes, row);
+    if (chosen == Sub)
+        filterSub(kept, static_cast<std::size_t>(channels), rowBytes, row);
     else
-        filterAverage(kept, above, static_cast<std::size_t>(channels), rowBytes, row);
+        filterUp(kept, above, rowBytes, row);
     return kept;
 }
 

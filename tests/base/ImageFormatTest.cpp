@@ -59,12 +59,15 @@ TEST(ImageFormat, jpegTakesTheQuality) {
     EXPECT_LT(usual->size(), high->size());
 }
 
-TEST(ImageFormat, theUsualQualityIsExactly85OfAHundred) {
-    QByteArray expected;
-    QBuffer buffer(&expected);
-    buffer.open(QIODevice::WriteOnly);
-    ASSERT_TRUE(slope().pixels().save(&buffer, "JPEG", 85));
-    EXPECT_EQ(encodeImage(slope(), ImageFormat::jpeg, 0.85), expected);
+TEST(ImageFormat, theQualityIsExactlyThatManyHundredths) {
+    // 0.29 times 100 is a little less than 29.
+    for (const int hundredths : {10, 29, 57, 85, 100}) {
+        QByteArray expected;
+        QBuffer buffer(&expected);
+        buffer.open(QIODevice::WriteOnly);
+        ASSERT_TRUE(slope().pixels().save(&buffer, "JPEG", hundredths));
+        EXPECT_EQ(encodeImage(slope(), ImageFormat::jpeg, hundredths / 100.0), expected) << hundredths;
+    }
 }
 
 TEST(ImageFormat, aQualityOutOfRangeIsTheNearestInIt) {

@@ -39,6 +39,19 @@ QImage mixture(QSize size, QImage::Format format = QImage::Format_RGB32) {
     return image.convertToFormat(format);
 }
 
+// Rows that run on smoothly, each at a height of its own.
+QImage sidewaysSlope(QSize size) {
+    std::mt19937 random(6);
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        const int height = static_cast<int>(random() % 100);
+        for (int x = 0; x < size.width(); ++x)
+            reinterpret_cast<QRgb*>(image.scanLine(y))[x] =
+                qRgb(height + x % 101 / 2, height + x % 133 / 2, (height * 2 + x / 9) % 256);
+    }
+    return image;
+}
+
 QImage decoded(const QByteArray& file) {
     QImageReader::setAllocationLimit(0);
     return QImage::fromData(file, "PNG").convertToFormat(QImage::Format_ARGB32);
@@ -121,6 +134,13 @@ TEST(PngWriter, joinsManyBandsIntoOneStream) {
                     noise({1277, 733}, QImage::Format_ARGB32));
     expectDecodesTo(encodePng(mixture({2000, 1300}, QImage::Format_Grayscale8)),
                     mixture({2000, 1300}, QImage::Format_Grayscale8).convertToFormat(QImage::Format_ARGB32));
+}
+
+TEST(PngWriter, picturesThatAreSmoothSideways) {
+    expectDecodesTo(encodePng(sidewaysSlope({1500, 900})),
+                    sidewaysSlope({1500, 900}).convertToFormat(QImage::Format_ARGB32));
+    QByteArray plainRows = encodePng(noise({1500, 900}));
+    EXPECT_LT(encodePng(sidewaysSlope({1500, 900})).size() * 5, plainRows.size());
 }
 
 TEST(PngWriter, aDarkPhotographOverSeveralBands) {

@@ -218,6 +218,21 @@ TEST_F(DefaultsFile, aFolderThatMayNotBeWritten) {
     EXPECT_EQ(contentOf(file()), before);
 }
 
+TEST_F(DefaultsFile, aFileThatMayNotBeReadIsNotReplaced) {
+    put(R"({"showCursor":false})");
+    const QByteArray path = QFile::encodeName(file());
+    ASSERT_TRUE(test::OrdinaryUser::owns(folder()) && test::OrdinaryUser::owns(file()));
+    ASSERT_EQ(chmod(path.constData(), 0200), 0);
+    {
+        const test::OrdinaryUser user;
+        Defaults defaults(file());
+        EXPECT_FALSE(defaults.holds("showCursor"));
+        expectUnwritable(defaults, "Permission denied");
+    }
+    ASSERT_EQ(chmod(path.constData(), 0600), 0);
+    EXPECT_EQ(inFile(), (QJsonObject{{"showCursor", false}}));
+}
+
 TEST_F(DefaultsFile, aFullDiskLeavesTheOldFileWhole) {
     Defaults(file()).setString("long", QString(3000, QChar('x')));
     const QByteArray before = contentOf(file());
