@@ -23,6 +23,8 @@ struct Shadow {
     double radius = 3; // a Gaussian's sigma
     QPointF offset;
     QPainterPath path; // in the layer's bounds; there is no shadow without one
+    // A part of the bounds where nobody will see the shadow: it isn't painted there.
+    QRectF hidden;
 };
 
 struct Border {

@@ -1,5 +1,7 @@
 #include "chrome/ShadowMask.h"
 
+#include "base/Geometry.h"
+
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -84,7 +86,7 @@ void ShadowMask::compute(const QPainterPath& path, double radius, double density
 }
 
 void ShadowMask::paint(QPainter& painter, const QPainterPath& path, double radius, const QPointF& offset,
-                       const QColor& color, double density) {
+                       const QColor& color, double density, const QRectF& hidden) {
     if (path.isEmpty() || color.alphaF() <= 0)
         return;
     if (radius != cachedRadius || density != cachedDensity || path != cachedPath)
@@ -102,7 +104,12 @@ void ShadowMask::paint(QPainter& painter, const QPainterPath& path, double radiu
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setOpacity(painter.opacity() * color.alphaF());
-    painter.drawImage(area.translated(offset), tinted);
+    const QRectF all = area.translated(offset);
+    if (!hidden.isEmpty()) {
+        const QRect whole = integral(all).toRect();
+        painter.setClipRegion(QRegion(whole).subtracted(QRegion(hidden.toAlignedRect())), Qt::IntersectClip);
+    }
+    painter.drawImage(all, tinted);
     painter.restore();
 }
 

@@ -18,7 +18,7 @@ public:
     // Fills the shadow of the path with this colour, moved by the offset. The painter's axes may point any
     // way; the radius (a Gaussian's sigma) is in the path's units, density is device pixels per unit.
     void paint(QPainter& painter, const QPainterPath& path, double radius, const QPointF& offset,
-               const QColor& color, double density);
+               const QColor& color, double density, const QRectF& hidden = {});
 
     // Tests and measures: how often a mask was computed.
     int computations() const { return computed; }

@@ -16,6 +16,8 @@ chrome::Shadow shadowOf(const QPainterPath& outline, double radius, const QPoint
     shadow.radius = radius;
     shadow.offset = offset;
     shadow.path = outline;
+    // Well inside the outline the mask leaves nothing of it.
+    shadow.hidden = outline.boundingRect().adjusted(8, 8, -8, -8);
     return shadow;
 }
 } // namespace

@@ -33,9 +33,49 @@ QImage rows(const QImage& image, int first, int count) {
     return QImage(image.constScanLine(first), image.width(), count, image.bytesPerLine(), image.format());
 }
 
+// A large picture made smaller by an even factor, each block of pixels one average. Of each row that is read,
+// half the pixels are, those of the next row shifted by one, so that thin lines count the same in either
+// direction; of large blocks every other row is enough. So a capture of a huge screen costs no more than a
+// glance. Only for 32-bit pixels that are opaque or premultiplied.
+QImage averagedBlocks(const QImage& image, int factor) {
+    QImage result(image.width() / factor, image.height() / factor, image.format());
+    constexpr quint32 evenBytes = 0x00ff00ff;
+    const int step = factor >= 4 ? 2 : 1;
+    const auto samples = static_cast<quint32>((factor / step) * (factor / step));
+    const auto average = [samples](quint32 sum) { return (sum + samples / 2) / samples; };
+    for (int y = 0; y < result.height(); ++y) {
+        auto* out = reinterpret_cast<quint32*>(result.scanLine(y));
+        for (int x = 0; x < result.width(); ++x) {
+            quint32 even = 0; // two channels each, 16 bits apart
+            quint32 odd = 0;
+            for (int row = 0; row < factor; row += step) {
+                const auto* line = reinterpret_cast<const quint32*>(image.constScanLine(y * factor + row));
+                for (int i = x * factor + ((row / 2) & (step - 1)); i < (x + 1) * factor; i += step) {
+                    even += line[i] & evenBytes;
+                    odd += (line[i] >> 8) & evenBytes;
+                }
+            }
+            out[x] = average(even & 0xffff) | average(even >> 16) << 16 | average(odd & 0xffff) << 8 |
+                     average(odd >> 16) << 24;
+        }
+    }
+    return result;
+}
+
+// What smooth scaling may start from: not the whole of a picture that is many times too large.
+QImage coarser(const QImage& image, const QSize& target) {
+    const bool plain =
+        image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32_Premultiplied;
+    const int ratio = std::min(image.width() / target.width(), image.height() / target.height());
+    // At least twice the target, an even factor (so that both kinds of row count the same), 16 bits of sum.
+    const int factor = std::min(ratio / 2, 16) & ~1;
+    return plain && factor >= 2 ? averagedBlocks(image, factor) : image;
+}
+
 QImage scaledTo(const QImage& image, const QSize& size) {
     const bool opaque = !image.hasAlphaChannel();
-    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+    return coarser(image, size)
+        .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
         .convertToFormat(opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
 }
 
