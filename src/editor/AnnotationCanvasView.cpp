@@ -35,6 +35,7 @@ AnnotationCanvasView::~AnnotationCanvasView() {
 void AnnotationCanvasView::setDocument(AnnotationDocument* document) {
     if (doc == document)
         return;
+    commitTextEdit(); // the text belongs to the document in which it was begun
     for (const QMetaObject::Connection& connection : std::exchange(documentConnections, {}))
         disconnect(connection);
     doc = document;

@@ -46,9 +46,10 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& region, Scene scene)
     scene.annotations = inPaintOrder(scene.annotations);
     scene.annotations.removeIf([&](const AnyAnnotation& one) { return one.id() == scene.hidden; });
     const qsizetype still = indexOf(scene.annotations, scene.selected);
-    live = scene.annotations.mid(still);
+    QList<AnyAnnotation> moving = scene.annotations.mid(still);
     if (scene.inProgress)
-        live.append(*scene.inProgress);
+        moving.append(*scene.inProgress);
+    live = placed(moving);
     settled.settle(scene.annotations.first(still), records, beneath);
 
     if (frame.size() != backdrop.layer().size())

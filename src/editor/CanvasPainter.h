@@ -38,8 +38,8 @@ private:
     CanvasBackdrop backdrop;
     LiveBlur blur;
     SettledInk settled;
-    QList<AnyAnnotation> live; // of the paint that goes on: what is painted on the settled ink
-    QImage frame;              // only what was composed last is of any use
+    std::vector<PlacedRecord> live; // of the paint that goes on: what is painted on the settled ink
+    QImage frame;                   // only what was composed last is of any use
 };
 
 } // namespace marrowfin

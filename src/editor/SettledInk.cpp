@@ -27,6 +27,14 @@ void copyPixels(const QImage& from, QImage& to, const QRect& part) {
                     reinterpret_cast<QRgb*>(to.scanLine(y)) + part.left());
 }
 
+std::vector<PlacedRecord> placed(const QList<AnyAnnotation>& annotations) {
+    std::vector<PlacedRecord> result;
+    result.reserve(static_cast<size_t>(annotations.size()));
+    for (const AnyAnnotation& annotation : annotations)
+        result.push_back({annotation, inkBounds(annotation)});
+    return result;
+}
+
 void RecordPainter::draw(QPainter& painter, const AnyAnnotation& annotation) const {
     const auto* box = annotation.as<BlurAnnotation>();
     if (!box) {
@@ -39,12 +47,12 @@ void RecordPainter::draw(QPainter& painter, const AnyAnnotation& annotation) con
     painter.restore();
 }
 
-void RecordPainter::draw(QPainter& painter, const QList<AnyAnnotation>& annotations,
+void RecordPainter::draw(QPainter& painter, const std::vector<PlacedRecord>& records,
                          const QRect& part) const {
     const QRectF shown = imageToLayer.inverted().mapRect(QRectF(part));
-    for (const AnyAnnotation& annotation : annotations)
-        if (intersection(inkBounds(annotation), shown))
-            draw(painter, annotation);
+    for (const PlacedRecord& record : records)
+        if (intersection(record.bounds, shown))
+            draw(painter, record.annotation);
 }
 
 QRect RecordPainter::withShadows(const QRect& part) const {
@@ -70,7 +78,10 @@ void SettledInk::settle(const QList<AnyAnnotation>& annotations, const RecordPai
     }
     if (composed.rectCount() > mostPieces)
         composed = {};
+    if (records == annotations)
+        return;
     records = annotations;
+    placedRecords = placed(annotations);
 }
 
 void SettledInk::copy(const QRect& part, QImage& frame, QPainter& onFrame, const RecordPainter& with) {
@@ -84,7 +95,7 @@ void SettledInk::compose(const QRect& part, QImage& frame, QPainter& onFrame, co
     copyPixels(with.backdrop.layer(), frame, wider);
     if (!with.base.isNull()) {
         with.open(onFrame, part);
-        with.draw(onFrame, records, wider);
+        with.draw(onFrame, placedRecords, wider);
     }
     copyPixels(frame, pixels, part);
     composed += part;

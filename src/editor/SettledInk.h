@@ -8,12 +8,21 @@
 #include "editor/LiveBlur.h"
 
 #include <QRegion>
+#include <vector>
 
 class QPainter;
 
 namespace marrowfin {
 
-// Paints single records on a layer.
+// A record and everything it can paint, in image points: finding that out means laying out a text, so it is
+// done once and not for each part of a frame.
+struct PlacedRecord {
+    AnyAnnotation annotation;
+    QRectF bounds;
+};
+std::vector<PlacedRecord> placed(const QList<AnyAnnotation>& annotations);
+
+// Paints records on a layer.
 struct RecordPainter {
     const CanvasBackdrop& backdrop;
     LiveBlur& blur;
@@ -23,7 +32,7 @@ struct RecordPainter {
     // The painter's user space is image points.
     void draw(QPainter& painter, const AnyAnnotation& annotation) const;
     // Those of the records that show in this part of the layer.
-    void draw(QPainter& painter, const QList<AnyAnnotation>& annotations, const QRect& part) const;
+    void draw(QPainter& painter, const std::vector<PlacedRecord>& records, const QRect& part) const;
     // Lets the painter paint in the part and as far around it as a shadow reaches, because a shadow is made
     // from the ink beside it; returns that.
     QRect open(QPainter& painter, const QRect& part) const;
@@ -44,6 +53,7 @@ private:
     void compose(const QRect& part, QImage& frame, QPainter& onFrame, const RecordPainter& with);
 
     QList<AnyAnnotation> records;
+    std::vector<PlacedRecord> placedRecords; // the same
     QImage pixels;
     QRegion composed;
 };

@@ -33,6 +33,8 @@ inline QImage page(int width, int height) {
 
 // Where and how much two pictures differ; empty when they don't.
 inline std::string differences(const QImage& a, const QImage& b) {
+    if (a == b)
+        return {};
     if (a.size() != b.size())
         return "sizes";
     QRect where;

@@ -132,6 +132,26 @@ TEST_F(CanvasPaint, TheWholeIsTheSumOfItsParts) {
     EXPECT_EQ(differences(parts, whole), "");
 }
 
+TEST_F(CanvasPaint, FitsTogetherAtAFractionalDensity) {
+    canvas->resize(501, 333);
+    document.add(box<RectangleAnnotation>(50, 50, 120, 80));
+    document.add(box<BlurAnnotation>(300, 60, 200, 100));
+    for (const double density : {1.25, 1.5}) {
+        const QImage whole = shot(density);
+        QImage parts(whole.size(), QImage::Format_RGB32);
+        parts.setDevicePixelRatio(density);
+        parts.fill(Qt::magenta);
+        for (int y = 0; y < 333; y += 37)
+            for (int x = 0; x < 501; x += 41)
+                canvas->render(&parts, {x, y}, QRegion(x, y, 41, 37));
+        parts.setDevicePixelRatio(1);
+        EXPECT_EQ(
+            differences(parts.copy(0, 0, static_cast<int>(500 * density), static_cast<int>(332 * density)),
+                        whole.copy(0, 0, static_cast<int>(500 * density), static_cast<int>(332 * density))),
+            "");
+    }
+}
+
 TEST_F(CanvasPaint, ABlurBoxShowsTheBlurredBase) {
     const QImage before = shot();
     document.add(segment<LineAnnotation>({40, 150}, {600, 150}, 8)); // ink beneath isn't blurred live

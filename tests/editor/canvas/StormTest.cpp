@@ -159,7 +159,7 @@ TEST_P(Storm, LeavesTheDocumentSound) {
     for (int i = 0; i < 10'000; ++i) {
         anyEvent();
         ASSERT_NO_FATAL_FAILURE(expectSound()) << "after event " << i;
-        if (i % 40 == 0) {
+        if (i % 100 == 0) {
             ASSERT_NO_FATAL_FAILURE(expectFresh()) << "after event " << i;
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         }

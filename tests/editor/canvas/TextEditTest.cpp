@@ -202,6 +202,30 @@ TEST_F(TextEdit, LosingTheKeyboardWithinTheWindowEndsIt) {
     EXPECT_EQ(count(), 1);
 }
 
+TEST_F(TextEdit, AControlThatTakesTheKeyboardEndsItAndTheCanvasHasItAgain) {
+    auto* field = new QPushButton(&window);
+    field->setFocusPolicy(Qt::StrongFocus);
+    field->setGeometry(0, 0, 60, 20);
+    field->show();
+    click({100, 100});
+    type(QStringLiteral("x"));
+    field->setFocus();
+    EXPECT_FALSE(editor());
+    EXPECT_EQ(count(), 1);
+    EXPECT_EQ(window.focusWidget(), canvas);
+}
+
+TEST_F(TextEdit, AnotherDocumentGetsNothingOfIt) {
+    AnnotationDocument other(Image::captured(page(300, 200)));
+    click({100, 100});
+    type(QStringLiteral("x"));
+    canvas->setDocument(&other);
+    EXPECT_FALSE(editor());
+    EXPECT_EQ(count(), 1);
+    EXPECT_TRUE(other.annotations().isEmpty());
+    canvas->setDocument(&document);
+}
+
 TEST_F(TextEdit, AnotherWindowAPopupOrAMenuDoesNot) {
     click({100, 100});
     type(QStringLiteral("x"));
