@@ -84,15 +84,25 @@ class Menus(Story):
         self.input.key("Return")
         self.wait_for_the_countdown(screen)
         self.input.click(500, 400)
-        wait_for(lambda: window.display.pending_events(), "the click in the window beneath")
-        event = window.display.next_event()
-        self.assertEqual((event.type, event.root_x, event.root_y), (X.ButtonPress, 500, 400))
+        self.assertEqual(self.next_press(window), (500, 400))
         # The area overlay follows the countdown: it takes the keyboard, which the countdown doesn't.
         wait_for(lambda: windows.keyboard_is_grabbed(self.display), "the area overlay")
         self.bring_up_area_overlay(press=lambda: None) if not self.program.overlays() else None
         wait_for(lambda: self.is_dim(screen, (1590, 8)), "the dim of the area overlay")
         self.input.drag((300, 200), (700, 500))
         self.assert_shows(screen, (300, 200, 400, 300), self.program.wait_for_history(1))
+
+    def next_press(self, window):
+        """Where the window was pressed, on the screen."""
+
+        def press():
+            while window.display.pending_events():
+                event = window.display.next_event()
+                if event.type == X.ButtonPress:
+                    return event.root_x, event.root_y
+            return None
+
+        return wait_for(press, "the click in the window beneath")
 
     def wait_for_the_countdown(self, screen):
         wait_for(lambda: self.is_dim(screen, (1590, 8)), "the countdown's dim")

@@ -147,15 +147,9 @@ class Program:
         return [seen for seen in self.surfaces() if seen.size == (276 * scale, 194 * scale)]
 
     def menus(self):
-        kind = self.display.intern_atom("_NET_WM_WINDOW_TYPE")
-        menu_kinds = {self.display.intern_atom(f"_NET_WM_WINDOW_TYPE_{name}")
-                      for name in ("POPUP_MENU", "MENU", "DROPDOWN_MENU")}
-
-        def is_menu(seen):
-            found = seen.window.get_full_property(kind, X.AnyPropertyType)
-            return found is not None and menu_kinds.intersection(found.value)
-
-        return [seen for seen in self.surfaces() if is_menu(seen)]
+        """Neither overlays nor cards, and larger than a tray icon or a tool tip."""
+        others = self.screen_sizes() | {(276 * self.desktop.options.scale, 194 * self.desktop.options.scale)}
+        return [seen for seen in self.surfaces() if seen.size not in others and min(seen.size) >= 60]
 
     def tray_icon(self):
         return windows.wait_for_one(lambda: windows.tray_icons(self.display), "one icon in the tray")

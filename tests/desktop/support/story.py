@@ -39,7 +39,8 @@ class Story(unittest.TestCase):
         self.scale = self.desktop.options.scale
 
     def end_desktop(self):
-        failed = not self._outcome.success
+        result = self._outcome.result
+        failed = any(self in (test, getattr(test, "test_case", None)) for test, _ in result.failures + result.errors)
         if failed:
             self.leave_traces()
         self.desktop.end(keep_logs=failed)
@@ -98,7 +99,8 @@ class Story(unittest.TestCase):
         self.assertEqual(found, "", what)
 
     def expected_area(self, before, rectangle):
-        """The part of the screen as it was before, with the pointer as it stands now."""
+        """The part of the screen as it was before, with the pointer as it stands now, without our overlays."""
+        self.wait_for_no_overlay()
         x, y, width, height = rectangle
         return pixels.with_cursor(self.display, before[y:y + height, x:x + width], (x, y))
 
