@@ -2,6 +2,7 @@
 """Folders that can't be written: what the user is told, what still works, and that no half-written file is left."""
 
 import os
+import shutil
 
 from support import pixels, windows
 from support.story import Story, main
@@ -75,9 +76,15 @@ class ABadHistory(Story):
         self.assertEqual(os.listdir(self.history_path()), [])
 
     def test_it_vanished_while_the_program_runs(self):
-        self.start_program()
-        os.rmdir(self.history_path())
-        self.assert_the_rest_works()
+        self.start_program({"postCaptureAction": "Copy to Clipboard"})
+        self.input.hot_key(3)
+        self.program.wait_for_history(1)
+        shutil.rmtree(self.history_path())
+        self.clipboard.take()
+        self.input.hot_key(3)
+        self.program.wait_for_line("^Failed to save history: .")
+        self.clipboard.wait_for_copy()
+        self.assertFalse(os.path.exists(self.history_path()))
 
     def full_below(self, folder, after=0):
         self.assertTrue(os.path.exists(FULL_DISK), "MARROWFIN_FULL_DISK names the library that refuses writes")
