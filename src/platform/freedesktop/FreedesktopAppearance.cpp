@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -17,6 +18,9 @@ const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
+// KDE's own, through the same portal: a factor as text, 0 for none.
+const QString kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString kdeAnimationsKey = QStringLiteral("AnimationDurationFactor");
 constexpr uint prefersDark = 1;
 constexpr uint prefersLight = 2;
 
@@ -33,9 +37,10 @@ FreedesktopAppearance::FreedesktopAppearance() : toolkitScheme(schemeOfPalette()
     if (!bus.isConnected())
         return;
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+                SLOT(settingChanged(QDBusMessage)));
     ask(appearanceGroup, colorSchemeKey);
     ask(interfaceGroup, animationsKey);
+    ask(kdeGroup, kdeAnimationsKey);
 }
 
 void FreedesktopAppearance::ask(const QString& group, const QString& key) {
@@ -51,9 +56,12 @@ void FreedesktopAppearance::ask(const QString& group, const QString& key) {
             });
 }
 
-void FreedesktopAppearance::settingChanged(const QString& group, const QString& key,
-                                           const QDBusVariant& value) {
-    take(group, key, value.variant());
+// Takes the message as it is: a slot with a QDBusVariant is refused before the process has sent its first
+// message.
+void FreedesktopAppearance::settingChanged(const QDBusMessage& message) {
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() == 3)
+        take(arguments[0].toString(), arguments[1].toString(), arguments[2]);
 }
 
 void FreedesktopAppearance::take(const QString& group, const QString& key, QVariant value) {
@@ -61,16 +69,21 @@ void FreedesktopAppearance::take(const QString& group, const QString& key, QVari
     if (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
     const ColorScheme schemeBefore = scheme;
-    const bool reducedBefore = reduced;
+    const bool reducedBefore = reduceMotion();
     if (group == appearanceGroup && key == colorSchemeKey) {
         const uint preference = value.toUInt();
         scheme = preference == prefersDark    ? ColorScheme::Dark
                  : preference == prefersLight ? ColorScheme::Light
                                               : toolkitScheme;
     } else if (group == interfaceGroup && key == animationsKey && value.typeId() == QMetaType::Bool) {
-        reduced = !value.toBool();
+        animationsOff = !value.toBool();
+    } else if (group == kdeGroup && key == kdeAnimationsKey) {
+        bool isNumber = false;
+        const double factor = value.toDouble(&isNumber);
+        if (isNumber)
+            kdeAnimationsOff = factor == 0;
     }
-    if (scheme != schemeBefore || reduced != reducedBefore)
+    if (scheme != schemeBefore || reduceMotion() != reducedBefore)
         Q_EMIT changed();
 }
 

@@ -4,7 +4,7 @@
 
 #include "platform/Desktop.h"
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 
 namespace marrowfin::freedesktop {
 
@@ -14,10 +14,10 @@ public:
     FreedesktopAppearance();
 
     ColorScheme colorScheme() const override { return scheme; }
-    bool reduceMotion() const override { return reduced; }
+    bool reduceMotion() const override { return animationsOff || kdeAnimationsOff; }
 
 private Q_SLOTS:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& message);
 
 private:
     void ask(const QString& group, const QString& key);
@@ -25,7 +25,8 @@ private:
 
     ColorScheme toolkitScheme; // before our own palette is set
     ColorScheme scheme;
-    bool reduced = false;
+    bool animationsOff = false;
+    bool kdeAnimationsOff = false;
 };
 
 } // namespace marrowfin::freedesktop

@@ -7,10 +7,17 @@ namespace marrowfin::freedesktop {
 
 namespace {
 
+// Paths that aren't absolute are invalid by the rules, and are as good as unset.
+QString homeFolder(const char* variable, const QString& belowHome) {
+    const QString given = qEnvironmentVariable(variable);
+    return QDir::isAbsolutePath(given) ? QDir::cleanPath(given) : QDir::homePath() + belowHome;
+}
+
 // A user folder that user-dirs.dirs switches off is set to the home folder itself: then there is none.
+// Without a home the toolkit would name a folder below the root.
 std::optional<QString> userFolder(QStandardPaths::StandardLocation location) {
     const QString path = QStandardPaths::writableLocation(location);
-    if (path.isEmpty() || QDir(path) == QDir(QDir::homePath()))
+    if (path.isEmpty() || QDir::homePath() == QDir::rootPath() || QDir(path) == QDir(QDir::homePath()))
         return std::nullopt;
     return path;
 }
@@ -18,11 +25,11 @@ std::optional<QString> userFolder(QStandardPaths::StandardLocation location) {
 } // namespace
 
 QString FreedesktopFolders::applicationSupport() const {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return homeFolder("XDG_DATA_HOME", QStringLiteral("/.local/share"));
 }
 
 QString FreedesktopFolders::configuration() const {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return homeFolder("XDG_CONFIG_HOME", QStringLiteral("/.config"));
 }
 
 std::optional<QString> FreedesktopFolders::pictures() const {

@@ -65,7 +65,7 @@ Outcome<void> FreedesktopOpener::reveal(const QString& path) {
     QDBusMessage request = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    request << QStringList(QUrl::fromLocalFile(path).toString()) << QString();
+    request << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)) << QString();
     auto [settler, outcome] = makeOutcome<void>();
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(request));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,

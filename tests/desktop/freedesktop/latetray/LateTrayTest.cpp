@@ -44,6 +44,8 @@ private:
     QProcess process;
 };
 
+class LateTray : public TrayTest {};
+
 std::unique_ptr<platform::StatusItem> makeItem(DrawerLog& drawings) {
     auto item = freedesktop::FreedesktopStatusBar().makeItem();
     item->setIcon(drawings.drawer());
@@ -52,7 +54,7 @@ std::unique_ptr<platform::StatusItem> makeItem(DrawerLog& drawings) {
 
 } // namespace
 
-TEST(LateTray, isServedWhenItComesAndWhenItComesBack) {
+TEST_F(LateTray, isServedWhenItComesAndWhenItComesBack) {
     const WindowManager manager;
     DrawerLog drawings;
     testing::internal::CaptureStderr();
@@ -75,7 +77,7 @@ TEST(LateTray, isServedWhenItComesAndWhenItComesBack) {
               std::string::npos);
 }
 
-TEST(LateTray, soIsAHostOnDBus) {
+TEST_F(LateTray, soIsAHostOnDBus) {
     DrawerLog drawings;
     const auto item = makeItem(drawings);
     QCoreApplication::processEvents();
@@ -84,7 +86,7 @@ TEST(LateTray, soIsAHostOnDBus) {
     EXPECT_TRUE(waitUntil([&desktop] { return desktop.items.size() == 1; }));
 }
 
-TEST(LateTray, theIconIsDrawnForTheTrayThatItStandsIn) {
+TEST_F(LateTray, theIconIsDrawnForTheTrayThatItStandsIn) {
     const WindowManager manager;
     DrawerLog drawings;
     const auto item = makeItem(drawings);

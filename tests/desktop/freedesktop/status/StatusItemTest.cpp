@@ -16,7 +16,7 @@ namespace {
 constexpr int leftButton = 1;
 constexpr int rightButton = 3;
 
-class StatusItemTest : public testing::Test {
+class StatusItemTest : public TrayTest {
 protected:
     StatusItemTest() {
         item = FreedesktopStatusBar().makeItem();

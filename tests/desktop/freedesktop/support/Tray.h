@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
+#include <QSystemTrayIcon>
 #include <QWidget>
 
 namespace marrowfin::testsupport {
@@ -37,6 +38,14 @@ public:
 
 private:
     std::shared_ptr<std::vector<Request>> requests = std::make_shared<std::vector<Request>>();
+};
+
+// The toolkit asks once in a process, and waits for the answer, whether there is a watcher. One that is
+// played in this very process couldn't give it, so the toolkit asks before there is any. Base of the fixtures
+// with such tests.
+class TrayTest : public testing::Test {
+protected:
+    TrayTest() { QSystemTrayIcon::isSystemTrayAvailable(); }
 };
 
 // Native pixels of the screen that have the icon's colour; null when there are none.
