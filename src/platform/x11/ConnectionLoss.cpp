@@ -61,4 +61,12 @@ ConnectionLoss::~ConnectionLoss() {
     will = nullptr;
 }
 
+void ConnectionLoss::lookNow() {
+    if (!watched)
+        return;
+    // The answer is of no interest: without one the connection knows that it is broken.
+    std::free(xcb_get_input_focus_reply(watched, xcb_get_input_focus(watched), nullptr));
+    endIfLost();
+}
+
 } // namespace marrowfin::x11

@@ -17,6 +17,11 @@ public:
     ~ConnectionLoss();
     ConnectionLoss(const ConnectionLoss&) = delete;
     ConnectionLoss& operator=(const ConnectionLoss&) = delete;
+
+    // Another connection to the same server broke: asks the server, and ends here if it is gone. What then
+    // would have been said about the failed request stays unsaid. Does nothing while no connection is
+    // watched.
+    static void lookNow();
 };
 
 } // namespace marrowfin::x11

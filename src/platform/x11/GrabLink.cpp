@@ -1,6 +1,8 @@
 #include "platform/x11/GrabLink.h"
 
 #include "base/Log.h"
+#include "base/Outcome.h"
+#include "platform/x11/ConnectionLoss.h"
 
 namespace marrowfin::x11 {
 
@@ -28,6 +30,11 @@ Result<Grabber*> GrabLink::grabber() {
     while (const Reply<xcb_generic_event_t> unasked{xcb_poll_for_event(connection->raw())}) {
     }
     return reader.get();
+}
+
+void GrabLink::failed() {
+    if (!connection || connection->isLost())
+        postToMain(ConnectionLoss::lookNow);
 }
 
 QStringList linesAboutMissing(const Extensions& present) {

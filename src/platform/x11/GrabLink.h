@@ -22,6 +22,9 @@ public:
     const QByteArray& displayName() const { return name; }
     // On the queue. Connects when there is no connection (any more).
     Result<Grabber*> grabber();
+    // On the queue, before anybody is told of a failure: when the server itself is gone, the program ends
+    // first, with one line and not two.
+    void failed();
 
 private:
     QByteArray name;

@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 
+#include <algorithm>
 #include <cstring>
 #include <xcb/shm.h>
 #include <xcb/xfixes.h>
@@ -40,7 +41,7 @@ void freeReply(void* reply) {
 } // namespace
 
 Grabber::Grabber(Connection& connection, SegmentPool::Reuse reuse)
-    : connection(connection), pool(std::make_shared<SegmentPool>(reuse)),
+    : connection(connection), pool(std::make_shared<SegmentPool>(reuse)), strips(connection),
       rootLayout(layoutOf(connection.screen().root_visual)), sharedMemoryWorks(connection.extensions().shm) {}
 
 Grabber::~Grabber() {
@@ -100,12 +101,38 @@ Result<QImage> Grabber::grabDrawable(xcb_drawable_t drawable, const QRect& rect,
     if (!fitsRequest(rect))
         return failure(QStringLiteral("The area is too large."));
     if (sharedMemoryWorks)
-        picture = grabShared(drawable, rect, layout);
+        picture = pool->reuses() || !layout.isImageMemory() ? grabShared(drawable, rect, layout)
+                                                            : grabStill(drawable, rect, layout);
     if (picture.isNull())
         picture = grabPlain(drawable, rect, layout);
     if (picture.isNull())
         return tl::unexpected(whyNot());
     return picture;
+}
+
+void Grabber::warmUp() {
+    if (!sharedMemoryWorks || !rootLayout.isImageMemory())
+        return;
+    // As much of the screen as fills the memory, so that its pages are there on both sides.
+    const int width = connection.screen().width_in_pixels;
+    const int rows = static_cast<int>(StripReader::capacity) / rootLayout.bytesPerLine(width);
+    grabStill(connection.root(),
+              QRect(0, 0, width, std::min<int>(rows, connection.screen().height_in_pixels)), rootLayout);
+}
+
+QImage Grabber::grabStill(xcb_drawable_t drawable, const QRect& rect, const PixelLayout& layout) {
+    if (strips.prepare())
+        return strips.read(drawable, rect, layout);
+    sharingRefused();
+    return {};
+}
+
+// The server may sit in another container or on another machine.
+void Grabber::sharingRefused() {
+    if (connection.isLost())
+        return;
+    sharedMemoryWorks = false;
+    logLine(QStringLiteral("[Marrowfin] The X server can't share memory with us: captures take longer."));
 }
 
 std::unique_ptr<SharedSegment> Grabber::segmentFor(std::size_t bytes, xcb_void_cookie_t* attached) {
@@ -134,11 +161,8 @@ QImage Grabber::grabShared(xcb_drawable_t drawable, const QRect& rect, const Pix
     const bool refused = attached.sequence != 0 && connection.check(attached) != 0;
     const auto reply = connection.reply(xcb_shm_get_image_reply, cookie);
     segment->forgetName();
-    if (refused && !connection.isLost()) {
-        // The server may sit in another container or on another machine.
-        sharedMemoryWorks = false;
-        logLine(QStringLiteral("[Marrowfin] The X server can't share memory with us: captures take longer."));
-    }
+    if (refused)
+        sharingRefused();
     if (!refused && !pool->reuses())
         letGo(*segment);
     if (!reply) {

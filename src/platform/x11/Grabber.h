@@ -5,6 +5,7 @@
 #include "platform/x11/Connection.h"
 #include "platform/x11/Pixels.h"
 #include "platform/x11/SharedSegment.h"
+#include "platform/x11/StripReader.h"
 
 #include <QImage>
 #include <QRect>
@@ -21,6 +22,8 @@ public:
     Grabber(const Grabber&) = delete;
     Grabber& operator=(const Grabber&) = delete;
 
+    // Makes ready what the first still picture would otherwise wait for.
+    void warmUp();
     // A rectangle of the screen, in root coordinates. What lies outside the root comes out black.
     Result<QImage> grabScreen(const QRect& rect, WithCursor cursor);
     // A rectangle that lies wholly inside the drawable, in its coordinates.
@@ -40,8 +43,12 @@ private:
     QImage assembled(const QRect& rect);
     Error whyNot() const;
 
+    QImage grabStill(xcb_drawable_t drawable, const QRect& rect, const PixelLayout& layout);
+    void sharingRefused();
+
     Connection& connection;
     std::shared_ptr<SegmentPool> pool;
+    StripReader strips; // for stills; streams have whole pictures in the pool
     PixelLayout rootLayout;
     bool sharedMemoryWorks;
 };

@@ -32,12 +32,20 @@ Result<ShareableContent> readContent(GrabLink& link) {
 
 X11ScreenSource::X11ScreenSource(const QByteArray& displayName, std::shared_ptr<LayoutBoard> board)
     : link(std::make_shared<GrabLink>(displayName, std::move(board))) {
-    link->queue().async([link = link.get()] { link->grabber(); });
+    link->queue().async([link = link.get()] {
+        if (const auto grabber = link->grabber())
+            (*grabber)->warmUp();
+    });
 }
 
 Outcome<ShareableContent> X11ScreenSource::content() {
     auto [settler, outcome] = makeOutcome<ShareableContent>();
-    link->queue().async([link = link, settler = settler] { settler.settle(readContent(*link)); });
+    link->queue().async([link = link, settler = settler] {
+        Result<ShareableContent> content = readContent(*link);
+        if (!content)
+            link->failed();
+        settler.settle(std::move(content));
+    });
     return outcome;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/x11/X11ScreenStream.h"
 
 #include "base/Log.h"
+#include "platform/x11/ConnectionLoss.h"
 
 namespace marrowfin::x11 {
 
@@ -36,13 +37,11 @@ void X11ScreenStream::first(const CompletionHandler& handler) {
         handler(Error{Error::Kind::Failed, QStringLiteral("The capture was stopped before it began.")});
         return;
     }
-    const auto grabber = link->grabber();
-    if (!grabber) {
-        handler(grabber.error());
-        return;
-    }
-    const auto frame = FrameGrab(**grabber, link->layouts(), filter, configuration).grab();
+    const auto frame = link->grabber().and_then([this](Grabber* grabber) {
+        return FrameGrab(*grabber, link->layouts(), filter, configuration).grab();
+    });
     if (!frame) {
+        link->failed();
         handler(frame.error());
         return;
     }
@@ -62,8 +61,12 @@ void X11ScreenStream::goOn() {
         };
         const auto error = self->loop.run(self->link->displayName(), self->link->layouts(), self->filter,
                                           self->configuration, sink);
-        if (error)
-            logLine(QStringLiteral("[Marrowfin] The capture ended: ") + error->message);
+        if (!error)
+            return;
+        postToMain([message = error->message] {
+            ConnectionLoss::lookNow();
+            logLine(QStringLiteral("[Marrowfin] The capture ended: ") + message);
+        });
     });
 }
 
