@@ -9,7 +9,10 @@ namespace marrowfin {
 
 namespace {
 
-constexpr int tileSide = 4; // device pixels: a stroke and its shadow are 10 or more
+// Device pixels. A stroke and its shadow are 10 or more; rows are worked on eight pixels at a time.
+constexpr int tileWidth = 8;
+constexpr int tileHeight = 4;
+constexpr double slack = 0.5; // for the rounding of whoever rasterises
 
 double largestScale(const QTransform& transform) {
     return std::max(std::hypot(transform.m11(), transform.m12()),
@@ -20,17 +23,17 @@ QRectF areaOf(const InkSegment& segment) {
     return inset(rectBetween(segment.from, segment.to), -segment.reach, -segment.reach);
 }
 
-InkOutline inDevicePixels(const InkOutline& outline, const QTransform& toDevice, double margin) {
+InkOutline inDevicePixels(const InkOutline& outline, const QTransform& toDevice) {
     const double scale = largestScale(toDevice);
     InkOutline mapped;
     mapped.reserve(outline.size());
     for (const InkSegment& segment : outline)
         mapped.push_back(
-            {toDevice.map(segment.from), toDevice.map(segment.to), segment.reach * scale + margin + 1});
+            {toDevice.map(segment.from), toDevice.map(segment.to), segment.reach * scale + slack});
     return mapped;
 }
 
-// The part of the segment whose area can meet the box; false if none can.
+// The part of the segment whose own area can meet the box; false if none can.
 bool clip(InkSegment& segment, const QRectF& box) {
     const QRectF grown = inset(box, -segment.reach, -segment.reach);
     const QPointF along = segment.to - segment.from;
@@ -53,18 +56,21 @@ bool clip(InkSegment& segment, const QRectF& box) {
 
 } // namespace
 
-InkCoverage::InkCoverage(const InkOutline& outline, const QTransform& toDevice, double margin,
-                         const QRect& limits) {
-    const InkOutline segments = inDevicePixels(outline, toDevice, margin);
+InkCoverage::InkCoverage(const InkOutline& outline, const QTransform& toDevice, const QMargins& margins,
+                         const QRect& limits)
+    : margins(margins) {
+    const InkOutline segments = inDevicePixels(outline, toDevice);
     QRectF all;
     for (const InkSegment& segment : segments)
         all = all.isNull() ? areaOf(segment) : unionOf(all, areaOf(segment));
-    const std::optional<QRectF> seen = intersection(integral(all), QRectF(limits));
+    const std::optional<QRectF> seen =
+        intersection(integral(all.marginsAdded(QMarginsF(margins))), QRectF(limits));
     if (all.isNull() || !seen || isEmpty(*seen))
         return;
     box = seen->toRect();
-    columns = (box.width() + tileSide - 1) / tileSide;
-    rows = (box.height() + tileSide - 1) / tileSide;
+    columns = (box.width() + tileWidth - 1) / tileWidth;
+    rows = (box.height() + tileHeight - 1) / tileHeight;
+    box.setSize({columns * tileWidth, rows * tileHeight});
     tiles.resize(static_cast<size_t>(columns) * static_cast<size_t>(rows));
     for (const InkSegment& segment : segments)
         mark(segment);
@@ -74,27 +80,29 @@ InkCoverage::InkCoverage(const InkOutline& outline, const QTransform& toDevice, 
 // Piece by piece, so that a slanted segment marks a band and not its whole box.
 void InkCoverage::mark(const InkSegment& whole) {
     InkSegment segment = whole;
-    if (!clip(segment, box))
+    if (!clip(segment, QRectF(box).marginsAdded({double(margins.right()), double(margins.bottom()),
+                                                 double(margins.left()), double(margins.top())})))
         return;
     const QPointF along = segment.to - segment.from;
     const double slant = std::min(std::abs(along.x()), std::abs(along.y()));
-    const int pieces = static_cast<int>(slant / tileSide) + 1;
+    const int pieces = static_cast<int>(slant / tileHeight) + 1;
     for (int i = 0; i < pieces; ++i)
         markBox(areaOf(
             {segment.from + along * i / pieces, segment.from + along * (i + 1) / pieces, segment.reach}));
 }
 
-void InkCoverage::markBox(const QRectF& area) {
-    const auto tile = [](double pixel, int origin, int count) {
-        return std::clamp(static_cast<int>(std::floor((pixel - origin) / tileSide)), 0, count - 1);
+void InkCoverage::markBox(const QRectF& ink) {
+    const QRectF area = ink.marginsAdded(QMarginsF(margins));
+    const auto tile = [](double pixel, int side, int count) {
+        return std::clamp(static_cast<int>(std::floor(pixel / side)), 0, count - 1);
     };
     if (maxX(area) <= box.left() || minX(area) > box.right() || maxY(area) <= box.top() ||
         minY(area) > box.bottom())
         return;
-    const int left = tile(minX(area), box.left(), columns);
-    const int right = tile(maxX(area), box.left(), columns);
-    const int bottom = tile(maxY(area), box.top(), rows);
-    for (int row = tile(minY(area), box.top(), rows); row <= bottom; ++row) {
+    const int left = tile(minX(area) - box.left(), tileWidth, columns);
+    const int right = tile(maxX(area) - box.left(), tileWidth, columns);
+    const int bottom = tile(maxY(area) - box.top(), tileHeight, rows);
+    for (int row = tile(minY(area) - box.top(), tileHeight, rows); row <= bottom; ++row) {
         const auto start = tiles.begin() + static_cast<std::ptrdiff_t>(row) * columns;
         std::fill(start + left, start + right + 1, quint8(1));
     }
@@ -110,10 +118,9 @@ void InkCoverage::collectRects() {
         auto above = open.begin();
         for (auto from = std::find(start, end, 1); from != end;) {
             const auto to = std::find(from, end, 0);
-            const QRect run =
-                QRect(box.left() + static_cast<int>(from - start) * tileSide, box.top() + row * tileSide,
-                      static_cast<int>(to - from) * tileSide, tileSide) &
-                box;
+            const QRect run(box.left() + static_cast<int>(from - start) * tileWidth,
+                            box.top() + row * tileHeight, static_cast<int>(to - from) * tileWidth,
+                            tileHeight);
             while (above != open.end() && covered[*above].left() < run.left())
                 ++above;
             if (above != open.end() && covered[*above].left() == run.left() &&

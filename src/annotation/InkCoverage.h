@@ -2,6 +2,7 @@
 // its box empty, and what is empty costs nothing. Device pixels.
 #pragma once
 
+#include <QMargins>
 #include <QPointF>
 #include <QRect>
 #include <QTransform>
@@ -20,19 +21,22 @@ using InkOutline = std::vector<InkSegment>;
 
 class InkCoverage {
 public:
-    // The part of the outline that lies within the limits, grown by a margin.
-    InkCoverage(const InkOutline& outline, const QTransform& toDevice, double margin, const QRect& limits);
+    // The part of the outline, grown by the margins, that lies within the limits.
+    InkCoverage(const InkOutline& outline, const QTransform& toDevice, const QMargins& margins,
+                const QRect& limits);
 
     // Holds all tiles; empty when there is no ink.
     const QRect& bounds() const { return box; }
-    // The covered tiles as disjoint rectangles within bounds(). No two touch from left and right.
+    // The covered tiles as disjoint rectangles within bounds(), multiples of eight wide. No two touch from
+    // left and right.
     const std::vector<QRect>& rects() const { return covered; }
 
 private:
     void mark(const InkSegment& segment);
-    void markBox(const QRectF& area);
+    void markBox(const QRectF& ink);
     void collectRects();
 
+    QMargins margins;
     QRect box;
     int columns = 0;
     int rows = 0;

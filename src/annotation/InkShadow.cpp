@@ -1,11 +1,11 @@
 #include "annotation/InkShadow.h"
 
 #include "annotation/DeviceSpace.h"
-#include "annotation/ShadowBlur.h"
 #include "base/Geometry.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace marrowfin {
 
@@ -18,10 +18,6 @@ constexpr double largestSigma = 16;
 
 double densityOf(const QTransform& m) {
     return (std::hypot(m.m11(), m.m12()) + std::hypot(m.m21(), m.m22())) * 0.5;
-}
-
-double sigmaFor(double density) {
-    return std::min(density, largestSigma);
 }
 
 // The image of one point down, whichever way the transform turns.
@@ -38,27 +34,34 @@ bool canBePainted(const InkOutline& outline) {
     });
 }
 
-InkCoverage coverageOf(const QPainter& target, const InkOutline& outline, const QTransform& toDevice) {
-    const double margin = shadowReach(sigmaFor(densityOf(toDevice)), offsetFor(toDevice));
+ShadowBlur shadowFor(const QTransform& toDevice) {
+    return {std::min(densityOf(toDevice), largestSigma), offsetFor(toDevice), shadowAlpha};
+}
+
+InkCoverage coverageOf(const QPainter& target, const InkOutline& outline, const QTransform& toDevice,
+                       const QMargins& reach) {
     if (!canBePainted(outline) || !toDevice.isInvertible())
-        return {{}, {}, 0, {}};
+        return {{}, {}, {}, {}};
     // Ink just outside of what can be seen casts its shadow into it.
-    const QRectF limits = inset(paintableDeviceRect(target), -margin, -margin);
-    return {outline, toDevice, margin, integral(limits).toRect()};
+    const QRect seen = integral(paintableDeviceRect(target)).toRect();
+    const QMargins casting(reach.right(), reach.bottom(), reach.left(), reach.top());
+    return {outline, toDevice, reach, seen.marginsAdded(casting)};
 }
 
 } // namespace
 
 InkLayer::InkLayer(const QPainter& target, const InkOutline& outline)
-    : toDevice(target.deviceTransform()), density(densityOf(toDevice)),
-      coverage(coverageOf(target, outline, toDevice)) {
+    : toDevice(target.deviceTransform()), shadow(shadowFor(toDevice)),
+      coverage(coverageOf(target, outline, toDevice, shadow.reach())) {
     if (isEmpty())
         return;
     layer = QImage(coverage.bounds().size(), QImage::Format_ARGB32_Premultiplied);
+    const qsizetype rowLength = layer.bytesPerLine();
+    uchar* const first = layer.bits();
     for (const QRect& rect : coverage.rects()) {
         const QRect local = rect.translated(-coverage.bounds().topLeft());
         for (int y = local.top(); y <= local.bottom(); ++y)
-            std::fill_n(reinterpret_cast<quint32*>(layer.scanLine(y)) + local.left(), local.width(), 0u);
+            std::memset(first + y * rowLength + local.left() * 4, 0, static_cast<size_t>(local.width()) * 4);
     }
 }
 
@@ -70,7 +73,7 @@ void InkLayer::addShadow() {
     std::vector<QRect> rects = coverage.rects();
     for (QRect& rect : rects)
         rect.translate(-coverage.bounds().topLeft());
-    addShadowUnderneath(layer, rects, sigmaFor(density), offsetFor(toDevice), shadowAlpha);
+    shadow.putUnder(layer, rects);
 }
 
 void InkLayer::putOnto(QPainter& target) const {

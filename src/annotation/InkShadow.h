@@ -4,6 +4,7 @@
 #pragma once
 
 #include "annotation/InkCoverage.h"
+#include "annotation/ShadowBlur.h"
 
 #include <QPainter>
 
@@ -24,7 +25,7 @@ public:
 
 private:
     QTransform toDevice;
-    double density; // device pixels to a point
+    ShadowBlur shadow;
     InkCoverage coverage;
     QImage layer;
 };

@@ -1,7 +1,11 @@
 #include "annotation/ShadowBlur.h"
 
+#include "annotation/ShadowLoops.h"
+
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <numeric>
 
@@ -11,22 +15,57 @@ namespace {
 
 // Below half a pixel the samples of a Gaussian don't add up to one any more.
 constexpr double smallestSigma = 0.5;
-constexpr double reachInSigmas = 3;
+// What is cut off beyond is less than half of one of 255, at the shadow's alpha.
+constexpr double reachInSigmas = 2.5;
 constexpr int weightSum = 256;
 
-// One axis of the blur: output[i] = sum of weights[k] * input[i - first - k], over weightSum.
-struct Kernel {
-    int first = 0;
-    std::vector<quint16> weights;
+// A plane of 8-bit values around the layer, zero where nothing was written.
+class Plane {
+public:
+    Plane(QSize size, int above, int below)
+        : stride(size.width()), above(above),
+          bytes(static_cast<quint8*>(std::calloc(static_cast<size_t>(size.height() + above + below) *
+                                                         static_cast<size_t>(stride) +
+                                                     shadowLoopSlack,
+                                                 1)),
+                std::free) {}
 
-    int last() const { return first + static_cast<int>(weights.size()) - 1; }
+    bool isNull() const { return !bytes; }
+    std::ptrdiff_t rowLength() const { return stride; }
+    quint8* row(int y) { return bytes.get() + (y + above) * stride; }
+
+private:
+    std::ptrdiff_t stride;
+    int above;
+    std::unique_ptr<quint8[], decltype(&std::free)> bytes;
 };
 
-Kernel makeKernel(double sigma, double offset) {
+// The rows of a layer, without asking it for each whether it is shared.
+class Rows {
+public:
+    explicit Rows(QImage& layer)
+        : first(reinterpret_cast<quint32*>(layer.bits())),
+          length(layer.bytesPerLine() / qsizetype(sizeof(quint32))) {}
+    quint32* at(const QRect& rect, int y) const { return first + y * length + rect.left(); }
+
+private:
+    quint32* first;
+    qsizetype length;
+};
+
+} // namespace
+
+ShadowBlur::ShadowBlur(double sigma, const QPointF& offset, double alpha)
+    : across(makeKernel(sigma, offset.x())), down(makeKernel(sigma, offset.y())),
+      strength(static_cast<quint16>(std::lround(alpha * 256))) {}
+
+ShadowBlur::Kernel ShadowBlur::makeKernel(double sigma, double offset) {
     const double s = std::max(sigma, smallestSigma);
+    // At least one pixel to either side of where the offset leads, and none of the ink is out of reach.
+    const int reach = static_cast<int>(std::ceil(reachInSigmas * s));
     Kernel kernel;
-    kernel.first = static_cast<int>(std::ceil(offset - reachInSigmas * s));
-    const int last = static_cast<int>(std::floor(offset + reachInSigmas * s));
+    kernel.first = std::min(static_cast<int>(std::ceil(offset)) - reach, 0);
+    const int last = std::max(static_cast<int>(std::floor(offset)) + reach, 0);
     std::vector<double> samples;
     for (int i = kernel.first; i <= last; ++i)
         samples.push_back(std::exp(-0.5 * (i - offset) * (i - offset) / (s * s)));
@@ -43,102 +82,34 @@ Kernel makeKernel(double sigma, double offset) {
     return kernel;
 }
 
-// A plane of 8-bit values around the layer, zero where nothing was written. Fresh zero pages cost nothing
-// until they are touched.
-class Plane {
-public:
-    Plane(int width, int height, int margin)
-        : stride(width), margin(margin),
-          bytes(static_cast<quint8*>(
-                    std::calloc(static_cast<size_t>(stride), static_cast<size_t>(height + 2 * margin))),
-                std::free) {}
-
-    bool isNull() const { return !bytes; }
-    quint8* row(int y) { return bytes.get() + static_cast<std::ptrdiff_t>(y + margin) * stride; }
-
-private:
-    std::ptrdiff_t stride;
-    int margin;
-    std::unique_ptr<quint8[], decltype(&std::free)> bytes;
-};
-
-// sums[i] += weight * from[i]
-void addWeighted(quint16* __restrict sums, const quint8* __restrict from, int count, quint16 weight) {
-    for (int i = 0; i < count; ++i)
-        sums[i] = static_cast<quint16>(sums[i] + from[i] * weight);
-}
-
-// A run of the layer's alpha, with zeros on either side for as far as the kernel reaches.
-void takeAlpha(std::vector<quint8>& alpha, const quint32* pixels, int count, int before, int after) {
-    std::fill_n(alpha.begin(), before, quint8(0));
-    quint8* out = alpha.data() + before;
-    for (int i = 0; i < count; ++i)
-        out[i] = static_cast<quint8>(pixels[i] >> 24);
-    std::fill_n(alpha.begin() + before + count, after, quint8(0));
-}
-
-void blurAcross(const QImage& layer, Plane& blurred, const QRect& rect, const Kernel& kernel) {
-    const int count = rect.width();
-    const int before = std::max(kernel.last(), 0);
-    const int after = std::max(-kernel.first, 0);
-    std::vector<quint8> alpha(static_cast<size_t>(before + count + after));
-    std::vector<quint16> sums(static_cast<size_t>(count));
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        takeAlpha(alpha, reinterpret_cast<const quint32*>(layer.constScanLine(y)) + rect.left(), count,
-                  before, after);
-        std::fill(sums.begin(), sums.end(), quint16(weightSum / 2));
-        for (size_t k = 0; k < kernel.weights.size(); ++k)
-            addWeighted(sums.data(), alpha.data() + before - kernel.first - static_cast<int>(k), count,
-                        kernel.weights[k]);
-        quint8* out = blurred.row(y) + rect.left();
-        for (int i = 0; i < count; ++i)
-            out[i] = static_cast<quint8>(sums[static_cast<size_t>(i)] / weightSum);
-    }
-}
-
-// The shadow shows through the ink by as much as the ink lets through.
-void putUnder(quint32* __restrict pixels, const quint16* __restrict shadow, int count, quint32 strength) {
-    for (int i = 0; i < count; ++i) {
-        const quint32 alpha = pixels[i] >> 24;
-        const quint32 under = (shadow[i] / weightSum * strength + 128) >> 8; // 0 to 255
-        const quint32 added = ((255 - alpha) * under * 257 + 32768) >> 16;   // over 255, rounded
-        pixels[i] = (pixels[i] & 0xffffffu) | (alpha + added) << 24;
-    }
-}
-
-void blurDownAndPut(QImage& layer, Plane& blurred, const QRect& rect, const Kernel& kernel,
-                    quint32 strength) {
-    const int count = rect.width();
-    std::vector<quint16> sums(static_cast<size_t>(count));
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        std::fill(sums.begin(), sums.end(), quint16(weightSum / 2));
-        for (size_t k = 0; k < kernel.weights.size(); ++k)
-            addWeighted(sums.data(), blurred.row(y - kernel.first - static_cast<int>(k)) + rect.left(), count,
-                        kernel.weights[k]);
-        putUnder(reinterpret_cast<quint32*>(layer.scanLine(y)) + rect.left(), sums.data(), count, strength);
-    }
-}
-
-} // namespace
-
-double shadowReach(double sigma, const QPointF& offset) {
-    return reachInSigmas * std::max(sigma, smallestSigma) +
-           std::max(std::abs(offset.x()), std::abs(offset.y()));
-}
-
-void addShadowUnderneath(QImage& layer, const std::vector<QRect>& rects, double sigma, const QPointF& offset,
-                         double alpha) {
-    const Kernel across = makeKernel(sigma, offset.x());
-    const Kernel down = makeKernel(sigma, offset.y());
-    const int margin = std::max(std::abs(down.first), std::abs(down.last()));
-    Plane blurred(layer.width(), layer.height(), margin);
+void ShadowBlur::putUnder(QImage& layer, const std::vector<QRect>& rects) const {
+    Plane blurred(layer.size(), std::max(down.last(), 0), std::max(-down.first, 0));
     if (blurred.isNull())
         return;
-    for (const QRect& rect : rects)
-        blurAcross(layer, blurred, rect, across);
-    const auto strength = static_cast<quint32>(std::lround(alpha * 256));
-    for (const QRect& rect : rects)
-        blurDownAndPut(layer, blurred, rect, down, strength);
+    const ShadowLoops& loops = shadowLoops();
+    const Rows pixels(layer);
+    const int before = across.last();
+    const int behind = shadowLoopSlack - across.first;
+    std::vector<quint8> alpha(static_cast<size_t>(before + layer.width() + behind));
+    std::vector<quint8> values(static_cast<size_t>(layer.width() + shadowLoopSlack));
+    for (const QRect& rect : rects) {
+        // A run has no ink within reach beyond its ends: zeros.
+        std::fill_n(alpha.begin(), before, quint8(0));
+        std::fill_n(alpha.begin() + before + rect.width(), behind, quint8(0));
+        for (int y = rect.top(); y <= rect.bottom(); ++y) {
+            loops.takeAlpha(alpha.data() + before, pixels.at(rect, y), rect.width());
+            loops.convolve(values.data(), alpha.data() + before - across.first, -1, rect.width(),
+                           across.weights.data(), across.taps());
+            std::memcpy(blurred.row(y) + rect.left(), values.data(), static_cast<size_t>(rect.width()));
+        }
+    }
+    for (const QRect& rect : rects) {
+        for (int y = rect.top(); y <= rect.bottom(); ++y) {
+            loops.convolve(values.data(), blurred.row(y - down.first) + rect.left(), -blurred.rowLength(),
+                           rect.width(), down.weights.data(), down.taps());
+            loops.putUnder(pixels.at(rect, y), values.data(), rect.width(), strength);
+        }
+    }
 }
 
 } // namespace marrowfin
