@@ -106,6 +106,7 @@ void PinnedContentView::mousePressEvent(QMouseEvent* event) {
 
 void PinnedContentView::mouseMoveEvent(QMouseEvent* event) {
     if (!pressedAt) {
+        setHovered(imageArea().contains(event->position().toPoint()));
         showCursorFor(edgesAt(event->position()));
         return;
     }
@@ -119,12 +120,17 @@ void PinnedContentView::mouseReleaseEvent(QMouseEvent* event) {
         pressedAt.reset();
 }
 
-void PinnedContentView::enterEvent(QEnterEvent*) {
-    button->fadeTo(1);
+void PinnedContentView::enterEvent(QEnterEvent* event) {
+    setHovered(imageArea().contains(event->position().toPoint()));
 }
 
 void PinnedContentView::leaveEvent(QEvent*) {
-    button->fadeTo(0);
+    setHovered(false);
+}
+
+void PinnedContentView::setHovered(bool value) {
+    if (std::exchange(hovered, value) != value)
+        button->fadeTo(value ? 1 : 0);
 }
 
 } // namespace marrowfin

@@ -50,12 +50,15 @@ private:
     Qt::Edges edgesAt(const QPointF& position) const;
     void showCursorFor(Qt::Edges edges);
     void layOut();
+    // The shadow around the image doesn't count.
+    void setHovered(bool hovered);
 
     Image image;
     chrome::LayerHost host;
     chrome::Layer& picture;
     QPointer<PinCloseButton> button;
     bool composited = true;
+    bool hovered = false;
     Qt::Edges heldEdges;
     std::optional<QPointF> pressedAt; // on the screen: the widget moves under the pointer
 };

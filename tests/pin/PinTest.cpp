@@ -1,0 +1,186 @@
+// Images pinned above other windows: how large, how they are moved, sized and closed.
+#include "base/Shared.h"
+#include "chrome/AnimationClock.h"
+#include "pin/PinCloseButton.h"
+#include "pin/PinGeometry.h"
+#include "pin/PinManager.h"
+#include "pin/PinnedContentView.h"
+#include "platform/fake/FakeDesktop.h"
+#include "support/Input.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+namespace marrowfin {
+
+namespace {
+Image picture(int width, int height) {
+    QImage pixels(width, height, QImage::Format_RGB32);
+    pixels.fill(QColor(20, 140, 90));
+    return Image::captured(pixels);
+}
+
+class Pins : public testing::Test {
+protected:
+    Pins() {
+        chrome::AnimationClock::shared().hold();
+        desktop.addScreen(1, {0, 0, 1440, 900});
+    }
+    ~Pins() override { SharedObjects::destroyAll(); }
+
+    PinnedWindow& pin(const Image& image) {
+        PinManager::shared().pin(image);
+        return *PinManager::shared().pinnedWindows().back();
+    }
+    std::size_t count() { return PinManager::shared().pinnedWindows().size(); }
+    void pass(double seconds) {
+        chrome::AnimationClock::shared().advance(seconds);
+        QCoreApplication::processEvents();
+    }
+    // A place on the image, from its top left.
+    static QPointF onImage(double x, double y) {
+        return {PinnedContentView::halo + x, PinnedContentView::halo + y};
+    }
+    // The pointer's own way, on the screen: the widget moves under it.
+    static void drag(PinnedContentView& view, const QPointF& from, const QPointF& by) {
+        const auto send = [&](QEvent::Type type, const QPointF& screen, Qt::MouseButtons held) {
+            QMouseEvent event(type, from, screen, Qt::LeftButton, held, Qt::NoModifier);
+            QApplication::sendEvent(&view, &event);
+        };
+        const QPointF start(500, 500);
+        send(QEvent::MouseButtonPress, start, Qt::LeftButton);
+        send(QEvent::MouseMove, start + by / 2, Qt::LeftButton);
+        send(QEvent::MouseMove, start + by, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, start + by, Qt::NoButton);
+    }
+    static double alpha(PinnedWindow& window) {
+        return static_cast<PinCloseButton*>(window.content().closeButton())->alpha();
+    }
+
+    fake::FakeDesktop desktop;
+};
+} // namespace
+
+TEST_F(Pins, AreAtMostSixHundredByFiveHundredAndNeverEnlarged) {
+    EXPECT_EQ(pin(picture(1200, 800)).frame().rect, QRectF(100, 100, 600, 400));
+    EXPECT_EQ(pin(picture(1000, 2000)).frame().rect, QRectF(100, 100, 250, 500));
+    EXPECT_EQ(pin(picture(100, 100)).frame().rect, QRectF(100, 100, 100, 100));
+}
+
+TEST_F(Pins, AnEmptyImageIsIgnored) {
+    PinManager::shared().pin(Image());
+    QImage pixels(10, 10, QImage::Format_RGB32);
+    PinManager::shared().pin(Image::withSize(pixels, {0, 10}));
+    PinManager::shared().pin(Image::withSize(pixels, {10, -1}));
+    EXPECT_EQ(count(), 0u);
+    EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
+}
+
+TEST_F(Pins, StandAboveOthersAndTakeTheKeyboard) {
+    PinnedWindow& pinned = pin(picture(300, 200));
+    const fake::FakeSurface* surface = desktop.surfaceHost.surfaceOf(&pinned.content());
+    ASSERT_NE(surface, nullptr);
+    EXPECT_EQ(surface->spec.level, platform::SurfaceLevel::Pin);
+    EXPECT_EQ(surface->spec.keyboard, platform::SurfaceKeyboard::OnClick);
+    EXPECT_TRUE(surface->isVisible());
+    // The shadow around the image lets clicks through.
+    EXPECT_EQ(surface->inputRegion, QRegion(24, 24, 300, 200));
+    EXPECT_EQ(surface->outline, QRegion(24, 24, 300, 200));
+    EXPECT_EQ(surface->frame().rect, QRectF(76, 76, 348, 248));
+}
+
+TEST_F(Pins, OfOneImageAreIndependentAndStartAtTheSamePlace) {
+    const Image image = picture(300, 200);
+    PinnedWindow& first = pin(image);
+    PinnedWindow& second = pin(image);
+    EXPECT_EQ(first.frame(), second.frame());
+    drag(second.content(), onImage(150, 100), {40, 30});
+    EXPECT_EQ(first.frame().rect.topLeft(), QPointF(100, 100));
+    EXPECT_EQ(second.frame().rect, QRectF(140, 70, 300, 200));
+}
+
+TEST_F(Pins, TheCloseButtonFadesWithThePointer) {
+    PinnedWindow& pinned = pin(picture(300, 200));
+    EXPECT_EQ(alpha(pinned), 0);
+    const QPointF place = onImage(100, 100);
+    QEnterEvent enter(place, place, place);
+    QApplication::sendEvent(&pinned.content(), &enter);
+    pass(0.075);
+    EXPECT_GT(alpha(pinned), 0.2);
+    EXPECT_LT(alpha(pinned), 0.8);
+    pass(0.1);
+    EXPECT_EQ(alpha(pinned), 1);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&pinned.content(), &leave);
+    pass(0.2);
+    EXPECT_EQ(alpha(pinned), 0);
+    EXPECT_FALSE(chrome::AnimationClock::shared().isRunning());
+}
+
+TEST_F(Pins, TheCloseButtonClosesItsPinAndSaysSo) {
+    pin(picture(300, 200));
+    PinnedWindow& second = pin(picture(310, 200));
+    QAbstractButton* button = second.content().closeButton();
+    EXPECT_EQ(button->toolTip(), QStringLiteral("Unpin (Escape)"));
+    EXPECT_EQ(button->accessibleName(), QStringLiteral("Unpin"));
+    EXPECT_EQ(button->geometry(), QRect(24 + 8, 24 + 8, 20, 20));
+    button->click();
+    ASSERT_EQ(count(), 1u);
+    EXPECT_EQ(PinManager::shared().pinnedWindows()[0]->frame().rect.width(), 300);
+    pass(0);
+    EXPECT_EQ(desktop.surfaceHost.surfaces.size(), 1u);
+}
+
+TEST_F(Pins, EscapeClosesThePinThatHasTheKeyboard) {
+    PinnedWindow& first = pin(picture(300, 200));
+    pin(picture(310, 200));
+    testsupport::pressKey(first.content(), Qt::Key_A);
+    EXPECT_EQ(count(), 2u);
+    testsupport::pressKey(first.content(), Qt::Key_Escape);
+    ASSERT_EQ(count(), 1u);
+    EXPECT_EQ(PinManager::shared().pinnedWindows()[0]->frame().rect.width(), 310);
+}
+
+TEST_F(Pins, APinThatTheSystemTookIsForgotten) {
+    PinnedWindow& pinned = pin(picture(300, 200));
+    desktop.surfaceHost.surfaceOf(&pinned.content())->takeAway();
+    EXPECT_EQ(count(), 0u);
+    pass(0);
+    EXPECT_TRUE(desktop.surfaceHost.surfaces.empty());
+}
+
+TEST_F(Pins, AnEdgeResizesOnTheImagesShapeAndTheButtonStaysInItsCorner) {
+    PinnedWindow& pinned = pin(picture(300, 200));
+    drag(pinned.content(), onImage(299, 100), {150, 0}); // the right edge
+    EXPECT_EQ(pinned.frame().rect.size(), QSizeF(450, 300));
+    EXPECT_EQ(pinned.frame().rect.left(), 100);
+    EXPECT_EQ(pinned.content().closeButton()->geometry().topLeft(), QPoint(32, 32));
+    EXPECT_EQ(desktop.surfaceHost.surfaceOf(&pinned.content())->inputRegion, QRegion(24, 24, 450, 300));
+}
+
+TEST(PinGeometry, TheCornerOppositeOfTheHeldOneStays) {
+    const DesktopRect frame{QRectF(100, 100, 300, 200)};
+    const QSizeF image(300, 200);
+    // y up: the upper left corner is held, the lower right one stays.
+    EXPECT_EQ(resizedPin(frame, Qt::LeftEdge | Qt::TopEdge, {-150, 10}, image).rect,
+              QRectF(-50, 100, 450, 300));
+    EXPECT_EQ(resizedPin(frame, Qt::RightEdge | Qt::BottomEdge, {0, -100}, image).rect,
+              QRectF(100, 0, 450, 300));
+}
+
+TEST(PinGeometry, NeverGoesBelowItsSmallestAndKeepsTheShape) {
+    const DesktopRect frame{QRectF(100, 100, 300, 200)};
+    const DesktopRect small = resizedPin(frame, Qt::RightEdge, {-1000, 0}, {300, 200});
+    EXPECT_EQ(small.rect.size(), QSizeF(36, 24));
+    EXPECT_EQ(resizedPin(frame, {}, {50, 50}, {300, 200}), frame);
+}
+
+TEST(PinGeometry, EdgesAreNarrowAndATinyPinKeepsAMiddle) {
+    EXPECT_EQ(pinEdgesAt({300, 200}, {150, 100}), Qt::Edges());
+    EXPECT_EQ(pinEdgesAt({300, 200}, {5, 100}), Qt::Edges(Qt::LeftEdge));
+    EXPECT_EQ(pinEdgesAt({300, 200}, {6, 100}), Qt::Edges());
+    EXPECT_EQ(pinEdgesAt({300, 200}, {299, 199}), Qt::RightEdge | Qt::TopEdge);
+    EXPECT_EQ(pinEdgesAt({9, 9}, {4.5, 4.5}), Qt::Edges());
+}
+
+} // namespace marrowfin
