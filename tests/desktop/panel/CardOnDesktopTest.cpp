@@ -1,0 +1,254 @@
+// Cards on a real desktop: they take no focus, let clicks beside them through, stand above everything, open
+// by a click, and carry their file into another program.
+#include "base/Shared.h"
+#include "desktop/x11surfaces/Desk.h"
+#include "panel/CapturePanelController.h"
+#include "panel/PanelLayout.h"
+#include "platform/Screens.h"
+#include "session/Session.h"
+#include "settings/Defaults.h"
+#include "settings/HintCounters.h"
+#include "settings/SettingsStore.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTimer>
+#include <X11/keysym.h>
+#include <gtest/gtest.h>
+
+namespace marrowfin {
+
+namespace {
+constexpr std::uint32_t windowColor = 0x2040A0;
+
+class CardOnDesktop : public testing::Test {
+protected:
+    void SetUp() override {
+        auto opened = session::Session::open();
+        ASSERT_TRUE(opened) << qPrintable(opened.error().message);
+        session = std::move(*opened);
+        platform::install(session->services());
+        Defaults::useFile(QString());
+        SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
+        other.movePointer({600, 60});
+        controller().setEditorOpener([this](const Image&) { ++opened_; });
+    }
+    void TearDown() override {
+        if (!session)
+            return;
+        controller().dismissAll(Animated::No);
+        QCoreApplication::processEvents();
+        SharedObjects::destroyAll();
+        platform::uninstall();
+    }
+
+    CapturePanelController& controller() { return CapturePanelController::shared(); }
+    CapturePanel* present() {
+        QImage pixels(640, 400, QImage::Format_RGB32);
+        pixels.fill(captureColor);
+        controller().present(Image::captured(pixels), [](const Image&) {});
+        CapturePanel* panel = controller().panels().back();
+        // Until the capture itself is to be seen: then the card has arrived.
+        EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(panel, 120, 90)) == captureColor; }));
+        return panel;
+    }
+    // A place on the card (its own points, y up) as the screen has it; one pixel a point.
+    static QPoint onScreen(const CapturePanel* panel, double x, double y) {
+        const QRectF card = cardFrame(panel->frame()).rect;
+        const double height = platform::services().screens.primaryHeight();
+        return QPointF(card.x() + x, height - card.y() - y).toPoint();
+    }
+    // One step every 20 ms from the event loop, so that it also goes on inside a drag's own loop.
+    void play(std::vector<std::function<void()>> steps) {
+        auto* timer = new QTimer(&player);
+        auto list = std::make_shared<std::vector<std::function<void()>>>(std::move(steps));
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, list, next = std::size_t{0}]() mutable {
+            if (next == list->size())
+                timer->deleteLater();
+            else
+                (*list)[next++]();
+        });
+        timer->start(20);
+    }
+    std::vector<std::function<void()>> dragFrom(const QPoint& from, const QPoint& to) {
+        std::vector<std::function<void()>> steps{[this, from] { other.movePointer(from); },
+                                                 [this] { other.pressButton(); }};
+        for (int step = 1; step <= 12; ++step)
+            steps.push_back([this, from, to, step] { other.movePointer(from + (to - from) * step / 12); });
+        return steps;
+    }
+
+    const QColor captureColor{200, 60, 30};
+    std::unique_ptr<session::Session> session;
+    desk::OtherProgram other;
+    QObject player;
+    int opened_ = 0;
+};
+
+class DropTarget {
+public:
+    DropTarget(const QString& kind, const QRect& frame) {
+        process.start(QStringLiteral(PANEL_DROPTARGET),
+                      {kind, QString::number(frame.x()), QString::number(frame.y()),
+                       QString::number(frame.width()), QString::number(frame.height())});
+        EXPECT_TRUE(desk::waitFor([&] { return said().contains("ready"); }));
+    }
+    ~DropTarget() {
+        process.kill();
+        process.waitForFinished();
+    }
+    QByteArray said() {
+        output += process.readAllStandardOutput();
+        return output;
+    }
+
+private:
+    QProcess process;
+    QByteArray output;
+};
+} // namespace
+
+TEST_F(CardOnDesktop, ComesIsHoveredAndClickedWithoutTakingTheFocus) {
+    const xcb_window_t window = other.open({300, 50, 300, 200}, windowColor);
+    ASSERT_EQ(other.focus(), window);
+    CapturePanel* panel = present();
+    EXPECT_EQ(other.focus(), window);
+    other.movePointer(onScreen(panel, 120, 100));
+    EXPECT_TRUE(desk::waitFor([&] { return panel->content().isHovered(); }));
+    EXPECT_EQ(other.focus(), window);
+    other.click(onScreen(panel, 120, 100));
+    EXPECT_TRUE(desk::waitFor([&] { return opened_ == 1; }));
+    EXPECT_EQ(other.focus(), window);
+    EXPECT_EQ(other.buttonPresses(), 0);
+}
+
+TEST_F(CardOnDesktop, StandsInTheCornerThatPanelsLeaveFree) {
+    CapturePanel* panel = present();
+    const platform::Screen screen = platform::services().screens.screens().front();
+    EXPECT_EQ(cardFrame(panel->frame()).rect.topLeft(), screen.visibleFrame.rect.topLeft() + QPointF(24, 24));
+}
+
+TEST_F(CardOnDesktop, ItsHaloLetsClicksThrough) {
+    CapturePanel* first = present();
+    const QPoint beside = onScreen(first, -9, 80);
+    other.open(QRect(beside - QPoint(4, 100), QSize(400, 250)), windowColor);
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(first, 120, 90)) == captureColor; }));
+    other.click(beside);
+    EXPECT_TRUE(desk::waitFor([&] { return other.buttonPresses() == 1; }));
+    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(controller().panels().size(), 1u);
+}
+
+TEST_F(CardOnDesktop, StaysAboveAFullScreenWindowAndOnAnotherWorkspace) {
+    CapturePanel* panel = present();
+    const xcb_window_t window = other.open({300, 50, 300, 200}, windowColor);
+    other.makeFullScreen(window);
+    ASSERT_TRUE(desk::waitFor([&] { return other.pixel({700, 30}) == QColor::fromRgb(windowColor); }));
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(panel, 120, 90)) == captureColor; }));
+    other.goToWorkspace(1);
+    ASSERT_TRUE(desk::waitFor([&] { return other.pixel({700, 30}) != QColor::fromRgb(windowColor); }));
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(panel, 120, 90)) == captureColor; }));
+    other.goToWorkspace(0);
+}
+
+TEST_F(CardOnDesktop, OfFiveOnlyTheNewestStay) {
+    const std::size_t room = static_cast<std::size_t>([] {
+        const DesktopRect visible = platform::services().screens.screens().front().visibleFrame;
+        int count = 1;
+        while (count < maximumCardsPerDisplay && stackHasRoom(visible, count, cardSize.height()))
+            ++count;
+        return count;
+    }());
+    CapturePanel* oldest = present();
+    for (int count = 0; count < 4; ++count)
+        present();
+    EXPECT_EQ(controller().panels().size(), room);
+    EXPECT_EQ(controller().entryFor(oldest), nullptr);
+    // Each stands where its row is once they have moved.
+    const auto frames =
+        stackFrames(platform::services().screens.screens().front().visibleFrame, static_cast<int>(room));
+    EXPECT_TRUE(desk::waitFor([&] { return controller().panels().front()->frame() == frames.back(); }));
+}
+
+TEST_F(CardOnDesktop, ItsCornerIsNeverABlackSquare) {
+    other.open({0, 0, 800, 600}, 0xE0E4E8, desk::Repaint::ByServer, desk::Management::Unmanaged,
+               desk::Stacking::Top);
+    CapturePanel* panel = present();
+    other.movePointer({600, 60});
+    const QImage screen = other.screen();
+    // Just outside the round corner: the desktop, with a breath of shadow at most.
+    for (const QPoint corner :
+         {onScreen(panel, 1, 158), onScreen(panel, 238, 158), onScreen(panel, 1, 2), onScreen(panel, 238, 2)})
+        EXPECT_GT(qGray(screen.pixel(corner)), 110) << corner.x() << ", " << corner.y();
+}
+
+TEST_F(CardOnDesktop, IsDraggedIntoAnotherProgramAsAFile) {
+    CapturePanel* panel = present();
+    DropTarget target(QStringLiteral("take"), {500, 100, 200, 200});
+    auto steps = dragFrom(onScreen(panel, 120, 90), {600, 200});
+    // It lets go when the target has had time to answer; a drop on a slow one waits for it.
+    for (int pause = 0; pause < 25; ++pause)
+        steps.emplace_back([] {});
+    steps.emplace_back([this] { other.releaseButton(); });
+    play(std::move(steps));
+    EXPECT_TRUE(desk::waitFor([&] { return target.said().contains("640x400 #c83c1e"); }))
+        << target.said().constData();
+    EXPECT_TRUE(desk::waitFor([&] { return controller().panels().empty(); }));
+    EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 1);
+    EXPECT_EQ(opened_, 0);
+}
+
+TEST_F(CardOnDesktop, ARefusedDropBringsTheCardBack) {
+    CapturePanel* panel = present();
+    DropTarget target(QStringLiteral("refuse"), {500, 100, 200, 200});
+    bool began = false;
+    bool ended = false;
+    auto steps = dragFrom(onScreen(panel, 120, 90), {600, 200});
+    steps.emplace_back([&] { began = panel->content().isInDragSession(); });
+    for (int pause = 0; pause < 10; ++pause)
+        steps.emplace_back([] {});
+    steps.emplace_back([&] {
+        other.releaseButton();
+        ended = true;
+    });
+    play(std::move(steps));
+    EXPECT_TRUE(desk::waitFor([&] { return ended && !panel->content().isInDragSession(); }));
+    EXPECT_TRUE(began);
+    EXPECT_EQ(controller().panels().size(), 1u);
+    EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 0);
+    EXPECT_EQ(opened_, 0);
+}
+
+TEST_F(CardOnDesktop, EscapeCancelsADragAtOnce) {
+    CapturePanel* panel = present();
+    bool began = false;
+    bool pressed = false;
+    auto steps = dragFrom(onScreen(panel, 120, 90), {600, 200});
+    steps.emplace_back([&] { began = panel->content().isInDragSession(); });
+    steps.emplace_back([&] {
+        other.press(XK_Escape);
+        pressed = true;
+    });
+    play(std::move(steps));
+    EXPECT_TRUE(desk::waitFor([&] { return pressed && !panel->content().isInDragSession(); }));
+    EXPECT_TRUE(began);
+    EXPECT_EQ(controller().panels().size(), 1u);
+    other.releaseButton();
+    EXPECT_EQ(opened_, 0);
+}
+
+TEST_F(CardOnDesktop, AMouseWheelOverItDoesNothing) {
+    CapturePanel* panel = present();
+    other.movePointer(onScreen(panel, 120, 90));
+    ASSERT_TRUE(desk::waitFor([&] { return panel->content().isHovered(); }));
+    for (const char* button : {"6", "7", "4", "5"}) {
+        QStringList turns{QStringLiteral("click"),   QStringLiteral("--repeat"), QStringLiteral("20"),
+                          QStringLiteral("--delay"), QStringLiteral("2"),        QLatin1String(button)};
+        ASSERT_EQ(QProcess::execute(QStringLiteral("xdotool"), turns), 0);
+    }
+    // A click after the wheel: what came before it has been handled by then.
+    other.click(onScreen(panel, 120, 100));
+    EXPECT_TRUE(desk::waitFor([&] { return opened_ == 1; }));
+}
+
+} // namespace marrowfin
