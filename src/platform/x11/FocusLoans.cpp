@@ -25,8 +25,11 @@ void FocusLoans::giveBack(xcb_window_t window) {
     if (!ours)
         return;
     const xcb_window_t lender = settle(window);
-    // 0 and 1 stand for no window and for the one under the pointer.
-    if (lender <= XCB_INPUT_FOCUS_POINTER_ROOT || focus() != window)
+    // 0 and 1 stand for no window and for the one under the pointer; the focus falls to that when its window
+    // was unmapped before we heard of it.
+    const xcb_window_t now = focus();
+    const bool movedOn = now != window && now > XCB_INPUT_FOCUS_POINTER_ROOT;
+    if (lender <= XCB_INPUT_FOCUS_POINTER_ROOT || movedOn)
         return;
     qt.ignore(xcb_set_input_focus_checked(qt.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, lender, XCB_CURRENT_TIME));
     qt.flush();

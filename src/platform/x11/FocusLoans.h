@@ -13,7 +13,7 @@ public:
     explicit FocusLoans(const Connection& qt) : qt(qt) {}
     // The window is mapped.
     void borrow(xcb_window_t window);
-    // Before the window is unmapped. Nothing happens when the user has moved the focus on since.
+    // Best before the window is unmapped. Nothing happens when the user has moved the focus on since.
     void giveBack(xcb_window_t window);
 
 private:

@@ -126,6 +126,11 @@ void OtherProgram::destroy(xcb_window_t window) {
     c->sync();
 }
 
+void OtherProgram::focusDirectly(xcb_window_t window) {
+    xcb_set_input_focus(c->raw(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    c->sync();
+}
+
 void OtherProgram::fake(std::uint8_t type, std::uint8_t detail, const QPoint& at) {
     xcb_test_fake_input(c->raw(), type, detail, XCB_CURRENT_TIME, c->root(),
                         static_cast<std::int16_t>(at.x()), static_cast<std::int16_t>(at.y()), 0);

@@ -35,6 +35,8 @@ public:
     void makeFullScreen(xcb_window_t window);
     void activate(xcb_window_t window);
     void destroy(xcb_window_t window);
+    // Without asking a window manager.
+    void focusDirectly(xcb_window_t window);
 
     void movePointer(const QPoint& to);
     void pressButton();
