@@ -2,6 +2,7 @@
 
 #include "base/Shared.h"
 
+#include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
 #include <QPixmap>
@@ -34,7 +35,9 @@ Qt::DropAction DragRunner::run(QDrag& drag, QWidget& source) {
 }
 
 Drop runCardDrag(QWidget& source, const CardDrag& drag) {
-    auto* session = new QDrag(&source);
+    // Not the card's: a program may fetch what was dropped on it long after the card has faded. The window
+    // system deletes it when the other side is done.
+    auto* session = new QDrag(QCoreApplication::instance());
     auto* data = new QMimeData;
     data->setUrls({QUrl::fromLocalFile(drag.file)});
     session->setMimeData(data);
