@@ -22,7 +22,8 @@ class Demonstration(Story):
         self.windows = [SampleWindow(self.desktop, "Notes", (120, 90), (620, 430), (255, 236, 205)),
                         SampleWindow(self.desktop, "Letters", (560, 300), (640, 420), (208, 232, 255)),
                         SampleWindow(self.desktop, "Plans", (980, 120), (480, 330), (214, 245, 214))]
-        self.start_program(corrections="all")
+        # The cards stay for the pictures, however slow the machine is.
+        self.start_program({"panelAutoClose": "Never"}, corrections="all")
         self.picture("the desktop")
         self.fullscreen()
         self.area()

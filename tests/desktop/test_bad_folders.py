@@ -71,7 +71,7 @@ class ABadHistory(Story):
         self.assertEqual(os.listdir(self.history_path()), [])
 
     def test_the_disk_fills_up_in_the_middle_of_a_file(self):
-        self.start_program(environment=self.full_below(self.history_path(), after=50000))
+        self.start_program(environment=self.full_below(self.history_path(), after=5000))
         self.assert_the_rest_works()
         self.assertEqual(os.listdir(self.history_path()), [])
 
