@@ -5,6 +5,7 @@
 #include "app/TerminationSignals.h"
 #include "base/Corrections.h"
 #include "base/Log.h"
+#include "base/Memory.h"
 #include "base/Shared.h"
 #include "history/CaptureHistory.h"
 #include "platform/Desktop.h"
@@ -70,6 +71,7 @@ int runApplication(QApplication& application) {
 
 int main(int argc, char** argv) {
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    giveLargeMemoryBack();
     if (const std::optional<LaunchMode> mode = launchMode(argumentList(argc, argv))) {
         printLine(QStringLiteral("%1 isn't built yet.").arg(flag(*mode)));
         return 1;

@@ -26,11 +26,11 @@ QCoro::Task<std::optional<DesktopRect>> AreaSelectionOverlay::selectArea() {
 }
 
 void AreaSelectionOverlay::show(const Screen& screen) {
-    SurfaceSpec spec;
-    spec.level = SurfaceLevel::Overlay;
-    spec.keyboard = SurfaceKeyboard::Exclusive;
-    spec.backdrop = SurfaceBackdrop::Snapshot;
-    window = std::make_unique<OverlayWindow>(screen, QColor::fromRgbF(0, 0, 0, 0.3f), spec);
+    SurfaceSpec traits;
+    traits.level = SurfaceLevel::Overlay;
+    traits.keyboard = SurfaceKeyboard::Exclusive;
+    traits.backdrop = SurfaceBackdrop::Snapshot;
+    window = std::make_unique<OverlayWindow>(screen, QColor::fromRgbF(0, 0, 0, 0.3f), traits);
     selectionView = new SelectionView(window.get());
     window->fillWith(*selectionView);
     selectionView->onComplete = [this](QRectF rect) { finish(window->convertRectToScreen(rect)); };

@@ -9,8 +9,8 @@ namespace marrowfin {
 
 using namespace platform;
 
-OverlayWindow::OverlayWindow(const Screen& covered, QColor colour, const SurfaceSpec& spec)
-    : screen(covered), background(colour), surface(services().surfaceHost.host(*this, spec)) {
+OverlayWindow::OverlayWindow(const Screen& covered, QColor colour, const SurfaceSpec& traits)
+    : screen(covered), background(colour), surface(services().surfaceHost.host(*this, traits)) {
     connect(surface.get(), &Surface::closed, this, &OverlayWindow::closed);
     surface->setFrame(screen.frame);
 }

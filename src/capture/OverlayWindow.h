@@ -17,7 +17,7 @@ class OverlayWindow : public QWidget {
     Q_OBJECT
 public:
     // Hosted over the screen's whole frame, not yet shown.
-    OverlayWindow(const platform::Screen& screen, QColor background, const platform::SurfaceSpec& spec);
+    OverlayWindow(const platform::Screen& screen, QColor background, const platform::SurfaceSpec& traits);
     ~OverlayWindow() override;
 
     // The view covers the whole window from now on, whatever size the window system gives it.

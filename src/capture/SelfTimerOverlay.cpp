@@ -31,12 +31,12 @@ QCoro::Task<> SelfTimerOverlay::run(int seconds) {
     const std::optional<Screen> screen = services().screens.mainScreen();
     if (!screen)
         co_return;
-    SurfaceSpec spec;
-    spec.level = SurfaceLevel::Overlay;
-    spec.keyboard = SurfaceKeyboard::None;
-    spec.backdrop = SurfaceBackdrop::Snapshot;
-    spec.passesClicks = true;
-    window = std::make_unique<OverlayWindow>(*screen, QColor::fromRgbF(0, 0, 0, 0.4f), spec);
+    SurfaceSpec traits;
+    traits.level = SurfaceLevel::Overlay;
+    traits.keyboard = SurfaceKeyboard::None;
+    traits.backdrop = SurfaceBackdrop::Snapshot;
+    traits.passesClicks = true;
+    window = std::make_unique<OverlayWindow>(*screen, QColor::fromRgbF(0, 0, 0, 0.4f), traits);
     const QPointer<CountdownDigit> digit = new CountdownDigit(window.get());
     window->fillWith(*digit);
     window->orderFront();

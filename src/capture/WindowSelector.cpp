@@ -57,11 +57,11 @@ QCoro::Task<std::optional<std::uint32_t>> WindowSelector::selectWindow() {
 }
 
 void WindowSelector::show(const Screen& screen) {
-    SurfaceSpec spec;
-    spec.level = SurfaceLevel::Overlay;
-    spec.keyboard = SurfaceKeyboard::Exclusive;
-    spec.backdrop = SurfaceBackdrop::Snapshot;
-    window = std::make_unique<OverlayWindow>(screen, QColor(Qt::transparent), spec);
+    SurfaceSpec traits;
+    traits.level = SurfaceLevel::Overlay;
+    traits.keyboard = SurfaceKeyboard::Exclusive;
+    traits.backdrop = SurfaceBackdrop::Snapshot;
+    window = std::make_unique<OverlayWindow>(screen, QColor(Qt::transparent), traits);
     auto* keys = new KeyCaptureView(window.get());
     window->fillWith(*keys);
     keys->onEscape = [this] { finish(std::nullopt); };

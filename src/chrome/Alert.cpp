@@ -7,21 +7,21 @@
 
 namespace marrowfin::chrome {
 
-Outcome<int> runAlert(const AlertSpec& spec) {
-    MARROWFIN_INVARIANT(!spec.buttons.isEmpty());
+Outcome<int> runAlert(const AlertSpec& asked) {
+    MARROWFIN_INVARIANT(!asked.buttons.isEmpty());
     auto [settler, outcome] = makeOutcome<int>();
-    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Marrowfin"), spec.messageText);
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Marrowfin"), asked.messageText);
     box->setObjectName(QStringLiteral("alert"));
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(spec.informativeText);
+    box->setInformativeText(asked.informativeText);
     box->setTextFormat(Qt::PlainText);
     box->setWindowModality(Qt::NonModal);
-    for (const QString& title : spec.buttons)
+    for (const QString& title : asked.buttons)
         box->addButton(title,
-                       title == spec.buttons.first() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+                       title == asked.buttons.first() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
     const QList<QAbstractButton*> buttons = [&] {
         QList<QAbstractButton*> inOrder;
-        for (const QString& title : spec.buttons)
+        for (const QString& title : asked.buttons)
             for (QAbstractButton* button : box->buttons())
                 if (button->text() == title)
                     inOrder << button;

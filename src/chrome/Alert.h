@@ -20,6 +20,6 @@ struct AlertSpec {
 constexpr int alertFirstButton = 1000;
 
 // A warning in a window of its own, above the others. It is destroyed once answered.
-Outcome<int> runAlert(const AlertSpec& spec);
+Outcome<int> runAlert(const AlertSpec& asked);
 
 } // namespace marrowfin::chrome

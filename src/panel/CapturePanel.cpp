@@ -8,9 +8,9 @@ namespace marrowfin {
 CapturePanel::CapturePanel(const Image& image, PanelActions actions)
     : builtOnMainThread(isMainThread()),
       view(std::make_unique<CapturePanelContentView>(image, std::move(actions))) {
-    const platform::SurfaceSpec spec{platform::SurfaceLevel::Card, platform::SurfaceKeyboard::None,
+    const platform::SurfaceSpec traits{platform::SurfaceLevel::Card, platform::SurfaceKeyboard::None,
                                      platform::SurfaceBackdrop::Nothing, false};
-    surface = platform::services().surfaceHost.host(*view, spec);
+    surface = platform::services().surfaceHost.host(*view, traits);
     surface->setInputRegion(view->cardRegion());
     surface->setOutline(view->cardOutline());
     view->setComposited(surface->isComposited());

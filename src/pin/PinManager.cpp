@@ -14,9 +14,9 @@ namespace marrowfin {
 
 PinnedWindow::PinnedWindow(const Image& pinned)
     : image(pinned), view(std::make_unique<PinnedContentView>(pinned)) {
-    const platform::SurfaceSpec spec{platform::SurfaceLevel::Pin, platform::SurfaceKeyboard::OnClick,
+    const platform::SurfaceSpec traits{platform::SurfaceLevel::Pin, platform::SurfaceKeyboard::OnClick,
                                      platform::SurfaceBackdrop::Nothing, false};
-    window = platform::services().surfaceHost.host(*view, spec);
+    window = platform::services().surfaceHost.host(*view, traits);
     view->setComposited(window->isComposited());
     QObject::connect(window.get(), &platform::Surface::compositedChanged, view.get(),
                      [this] { view->setComposited(window->isComposited()); });

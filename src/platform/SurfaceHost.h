@@ -75,7 +75,7 @@ Q_SIGNALS:
 class SurfaceHost {
 public:
     virtual ~SurfaceHost() = default;
-    virtual std::unique_ptr<Surface> host(QWidget& widget, const SurfaceSpec& spec) = 0;
+    virtual std::unique_ptr<Surface> host(QWidget& widget, const SurfaceSpec& traits) = 0;
     // Prepares a menu, before it is first shown, to leave no trace in a grab made after it closed, and to
     // stand above our surfaces.
     virtual void adoptMenu(QMenu& menu) = 0;

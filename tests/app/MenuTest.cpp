@@ -211,7 +211,7 @@ TEST_F(MenuTest, pinToScreenPinsTheClipboardsImage) {
     const std::size_t before = desktop.surfaceHost.surfaces.size();
     choose("Pin to Screen");
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.size() == before + 1; }));
-    EXPECT_EQ(desktop.surfaceHost.surfaces.back()->spec.level, SurfaceLevel::Pin);
+    EXPECT_EQ(desktop.surfaceHost.surfaces.back()->traits.level, SurfaceLevel::Pin);
 }
 
 TEST_F(MenuTest, openFromClipboardNeedsTheEditor) {

@@ -130,9 +130,9 @@ TEST_F(AreaSelectionOverlayTest, theOverlayCoversTheScreenAboveAllAndHasTheKeybo
     begin({0, 0, 640, 480});
     const fake::FakeSurface& surface = *desktop.surfaceHost.surfaces.front();
     EXPECT_EQ(surface.frame().rect, QRectF(0, 0, 640, 480));
-    EXPECT_EQ(surface.spec.level, platform::SurfaceLevel::Overlay);
-    EXPECT_EQ(surface.spec.keyboard, platform::SurfaceKeyboard::Exclusive);
-    EXPECT_FALSE(surface.spec.passesClicks);
+    EXPECT_EQ(surface.traits.level, platform::SurfaceLevel::Overlay);
+    EXPECT_EQ(surface.traits.keyboard, platform::SurfaceKeyboard::Exclusive);
+    EXPECT_FALSE(surface.traits.passesClicks);
     EXPECT_EQ(view().cursor().shape(), Qt::CrossCursor);
 }
 

@@ -43,9 +43,9 @@ TEST(SelfTimerOverlay, theOverlayTakesNoClickAndNoKeyboard) {
     SelfTimerOverlay overlay;
     overlay.run(1);
     const fake::FakeSurface& surface = *desktop.surfaceHost.surfaces.front();
-    EXPECT_TRUE(surface.spec.passesClicks);
-    EXPECT_EQ(surface.spec.keyboard, platform::SurfaceKeyboard::None);
-    EXPECT_EQ(surface.spec.level, platform::SurfaceLevel::Overlay);
+    EXPECT_TRUE(surface.traits.passesClicks);
+    EXPECT_EQ(surface.traits.keyboard, platform::SurfaceKeyboard::None);
+    EXPECT_EQ(surface.traits.level, platform::SurfaceLevel::Overlay);
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
 }
 

@@ -175,9 +175,9 @@ TEST_F(Stacking, CardsAreSurfacesThatNeverTakeTheKeyboard) {
     const CapturePanel* panel = present();
     const fake::FakeSurface* surface = desktop.surfaceHost.surfaceOf(&panel->content());
     ASSERT_NE(surface, nullptr);
-    EXPECT_EQ(surface->spec.level, platform::SurfaceLevel::Card);
-    EXPECT_EQ(surface->spec.keyboard, platform::SurfaceKeyboard::None);
-    EXPECT_FALSE(surface->spec.passesClicks);
+    EXPECT_EQ(surface->traits.level, platform::SurfaceLevel::Card);
+    EXPECT_EQ(surface->traits.keyboard, platform::SurfaceKeyboard::None);
+    EXPECT_FALSE(surface->traits.passesClicks);
     // The halo lets clicks through: only the card's rectangle takes them.
     EXPECT_EQ(surface->inputRegion, QRegion(18, 12, 240, 160));
     // Without a compositor the card's rounded outline is all there is.

@@ -80,8 +80,8 @@ TEST_F(Pins, StandAboveOthersAndTakeTheKeyboard) {
     PinnedWindow& pinned = pin(picture(300, 200));
     const fake::FakeSurface* surface = desktop.surfaceHost.surfaceOf(&pinned.content());
     ASSERT_NE(surface, nullptr);
-    EXPECT_EQ(surface->spec.level, platform::SurfaceLevel::Pin);
-    EXPECT_EQ(surface->spec.keyboard, platform::SurfaceKeyboard::OnClick);
+    EXPECT_EQ(surface->traits.level, platform::SurfaceLevel::Pin);
+    EXPECT_EQ(surface->traits.keyboard, platform::SurfaceKeyboard::OnClick);
     EXPECT_TRUE(surface->isVisible());
     // The shadow around the image lets clicks through.
     EXPECT_EQ(surface->inputRegion, QRegion(24, 24, 300, 200));

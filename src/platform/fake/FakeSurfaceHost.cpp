@@ -7,7 +7,7 @@ namespace marrowfin::fake {
 using namespace platform;
 
 FakeSurface::FakeSurface(FakeSurfaceHost& owner, QWidget& hosted, const SurfaceSpec& asked)
-    : widget(&hosted), spec(asked), life(owner.life) {
+    : widget(&hosted), traits(asked), life(owner.life) {
     hosted.setWindowFlags(Qt::FramelessWindowHint | Qt::Tool);
     hosted.setAttribute(Qt::WA_ShowWithoutActivating, asked.keyboard == SurfaceKeyboard::None);
 }
@@ -35,12 +35,12 @@ void FakeSurface::orderFront() {
     std::vector<FakeSurface*>& order = host()->order;
     std::erase(order, this);
     const auto above = std::find_if(order.begin(), order.end(),
-                                    [this](FakeSurface* other) { return other->spec.level > spec.level; });
+                                    [this](FakeSurface* other) { return other->traits.level > traits.level; });
     order.insert(above, this);
     if (!widget)
         return;
     widget->show();
-    if (spec.keyboard != SurfaceKeyboard::None)
+    if (traits.keyboard != SurfaceKeyboard::None)
         widget->activateWindow();
 }
 
@@ -73,9 +73,9 @@ Outcome<void> FakeSurface::retire() {
     return host() != nullptr ? host()->barrier() : settled<void>({});
 }
 
-std::unique_ptr<Surface> FakeSurfaceHost::host(QWidget& widget, const SurfaceSpec& spec) {
+std::unique_ptr<Surface> FakeSurfaceHost::host(QWidget& widget, const SurfaceSpec& traits) {
     ++hostedCount;
-    auto surface = std::make_unique<FakeSurface>(*this, widget, spec);
+    auto surface = std::make_unique<FakeSurface>(*this, widget, traits);
     surfaces.push_back(surface.get());
     return surface;
 }

@@ -15,7 +15,7 @@ class FakeSurfaceHost;
 class FakeSurface : public platform::Surface {
     Q_OBJECT
 public:
-    FakeSurface(FakeSurfaceHost& host, QWidget& widget, const platform::SurfaceSpec& spec);
+    FakeSurface(FakeSurfaceHost& host, QWidget& widget, const platform::SurfaceSpec& traits);
     ~FakeSurface() override;
 
     void setFrame(const DesktopRect& frame) override;
@@ -31,7 +31,7 @@ public:
 
     // What was asked, for the test.
     QPointer<QWidget> widget;
-    platform::SurfaceSpec spec;
+    platform::SurfaceSpec traits;
     QRegion inputRegion;
     QRegion outline;
     double opacity = 1;
@@ -51,7 +51,7 @@ private:
 class FakeSurfaceHost : public platform::SurfaceHost {
 public:
     ~FakeSurfaceHost() override { *life = nullptr; }
-    std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& spec) override;
+    std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& traits) override;
     void adoptMenu(QMenu& menu) override;
     Outcome<void> transientsGone() override;
 

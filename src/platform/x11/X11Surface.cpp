@@ -18,12 +18,12 @@ using platform::SurfaceBackdrop;
 using platform::SurfaceKeyboard;
 using platform::SurfaceLevel;
 
-Qt::WindowFlags flagsFor(const platform::SurfaceSpec& spec) {
+Qt::WindowFlags flagsFor(const platform::SurfaceSpec& traits) {
     Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                             Qt::BypassWindowManagerHint | Qt::NoDropShadowWindowHint;
-    if (spec.keyboard == SurfaceKeyboard::None)
+    if (traits.keyboard == SurfaceKeyboard::None)
         flags |= Qt::WindowDoesNotAcceptFocus;
-    if (spec.passesClicks)
+    if (traits.passesClicks)
         flags |= Qt::WindowTransparentForInput;
     return flags;
 }
@@ -57,8 +57,8 @@ QScreen* screenShowing(const QRect& rect) {
 
 X11Surface::X11Surface(std::shared_ptr<SurfaceContext> shared, QWidget& hosted,
                        const platform::SurfaceSpec& given)
-    : context(std::move(shared)), spec(given), widget(&hosted), keyboard(*context->qt) {
-    hosted.setWindowFlags(flagsFor(spec));
+    : context(std::move(shared)), traits(given), widget(&hosted), keyboard(*context->qt) {
+    hosted.setWindowFlags(flagsFor(traits));
     hosted.setAttribute(Qt::WA_TranslucentBackground);
     hosted.setAttribute(Qt::WA_ShowWithoutActivating);
     hosted.setAttribute(Qt::WA_QuitOnClose, false);
@@ -122,7 +122,7 @@ void X11Surface::setInputRegion(const QRegion& region) {
 void X11Surface::applyInput() {
     if (state == State::Leaving)
         return;
-    if (spec.passesClicks)
+    if (traits.passesClicks)
         setInputShape(*context->qt, window(), QRegion());
     else if (inputRegion.isNull())
         setInputShape(*context->qt, window(), std::nullopt);
@@ -162,11 +162,11 @@ void X11Surface::orderFront() {
 
 void X11Surface::show() {
     const Connection& qt = *context->qt;
-    if (spec.backdrop == SurfaceBackdrop::Snapshot && !isComposited())
+    if (traits.backdrop == SurfaceBackdrop::Snapshot && !isComposited())
         takeStill();
     // A pin may stay for days, and nothing is captured the moment it goes: not worth what keeping contents
     // costs.
-    holdsContents = spec.level != SurfaceLevel::Pin;
+    holdsContents = traits.level != SurfaceLevel::Pin;
     if (holdsContents)
         context->contents.hold();
     // A window that was closed comes back as another one, which has nothing of what was set before.
@@ -183,9 +183,9 @@ void X11Surface::show() {
 }
 
 void X11Surface::takeInput() {
-    if (spec.keyboard == SurfaceKeyboard::Exclusive)
+    if (traits.keyboard == SurfaceKeyboard::Exclusive)
         keyboard.take(window());
-    else if (spec.keyboard == SurfaceKeyboard::OnClick)
+    else if (traits.keyboard == SurfaceKeyboard::OnClick)
         context->focus.borrow(window());
 }
 
@@ -209,7 +209,7 @@ Outcome<void> X11Surface::retire() {
 
 void X11Surface::giveInputBack() {
     keyboard.giveBack();
-    if (spec.keyboard == SurfaceKeyboard::OnClick)
+    if (traits.keyboard == SurfaceKeyboard::OnClick)
         context->focus.giveBack(window());
 }
 
@@ -286,7 +286,7 @@ void X11Surface::compositorChanged() {
                         isComposited() ? UntilPainted::Transparent : UntilPainted::WhatWasThere);
         if (isComposited()) {
             still = {};
-        } else if (spec.backdrop == SurfaceBackdrop::Snapshot) {
+        } else if (traits.backdrop == SurfaceBackdrop::Snapshot) {
             // Out of the picture without unmapping, which would end the user's drag.
             setBoundingShape(qt, window(), QRegion());
             takeStill();
@@ -348,7 +348,7 @@ bool X11Surface::filterWindow(QEvent* event) {
         // Qt would answer with what it painted last.
         return state == State::Leaving;
     case QEvent::MouseButtonPress:
-        if (spec.keyboard == SurfaceKeyboard::OnClick && state == State::Shown)
+        if (traits.keyboard == SurfaceKeyboard::OnClick && state == State::Shown)
             context->focus.borrow(window());
         return false;
     case QEvent::PlatformSurface: {

@@ -16,7 +16,7 @@ namespace marrowfin::x11 {
 class X11Surface final : public platform::Surface {
     Q_OBJECT
 public:
-    X11Surface(std::shared_ptr<SurfaceContext> context, QWidget& widget, const platform::SurfaceSpec& spec);
+    X11Surface(std::shared_ptr<SurfaceContext> context, QWidget& widget, const platform::SurfaceSpec& traits);
     ~X11Surface() override;
 
     void setFrame(const DesktopRect& frame) override;
@@ -30,7 +30,7 @@ public:
     void setOpacity(double opacity) override;
     Outcome<void> retire() override;
 
-    platform::SurfaceLevel level() const { return spec.level; }
+    platform::SurfaceLevel level() const { return traits.level; }
     xcb_window_t window() const;
 
 private:
@@ -59,7 +59,7 @@ private:
     double scale() const;
 
     const std::shared_ptr<SurfaceContext> context;
-    const platform::SurfaceSpec spec;
+    const platform::SurfaceSpec traits;
     QPointer<QWidget> widget;
     ExclusiveKeyboard keyboard;
     State state = State::Out;

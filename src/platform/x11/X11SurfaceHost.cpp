@@ -15,8 +15,8 @@ public:
     explicit X11SurfaceHost(std::unique_ptr<Connection> qt)
         : context(std::make_shared<SurfaceContext>(std::move(qt))) {}
 
-    std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& spec) override {
-        return std::make_unique<X11Surface>(context, widget, spec);
+    std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& traits) override {
+        return std::make_unique<X11Surface>(context, widget, traits);
     }
 
     void adoptMenu(QMenu& menu) override { TracelessMenu::adopt(context, menu); }

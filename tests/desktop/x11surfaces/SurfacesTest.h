@@ -60,9 +60,9 @@ protected:
     static QPoint native(const QPoint& point) { return (QPointF(point) * scale()).toPoint(); }
     static QRect native(const QRect& r) { return {native(r.topLeft()), r.size() * scale()}; }
 
-    std::unique_ptr<platform::Surface> show(QWidget& widget, const platform::SurfaceSpec& spec,
+    std::unique_ptr<platform::Surface> show(QWidget& widget, const platform::SurfaceSpec& traits,
                                             const QRectF& rect) {
-        auto surface = host->host(widget, spec);
+        auto surface = host->host(widget, traits);
         surface->setFrame(desktop(rect));
         surface->orderFront();
         return surface;
