@@ -118,7 +118,8 @@ def tray_icons(display):
     if owner == X.NONE:
         return []
     info = display.intern_atom("_XEMBED_INFO")
-    return [seen for seen in all_mapped(display) if _has(seen.window, info)]
+    # Toolkits set the property on larger windows too.
+    return [seen for seen in all_mapped(display) if max(seen.size) <= 96 and _has(seen.window, info)]
 
 
 def _has(window, atom):
