@@ -56,6 +56,11 @@ void SurfaceContext::restack(platform::SurfaceLevel from) {
     }
 }
 
+void SurfaceContext::appears(xcb_window_t window) {
+    if (lastVanished == window)
+        lastVanished = XCB_WINDOW_NONE;
+}
+
 void SurfaceContext::vanished(xcb_window_t window, SeenGone seen) {
     lastVanished = window;
     if (seen == SeenGone::NotYet)

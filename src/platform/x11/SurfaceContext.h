@@ -39,6 +39,8 @@ public:
     void bringToFront(X11Surface& surface);
     void add(QMenu& menu);
 
+    // A window of ours is about to be mapped, perhaps one that had vanished.
+    void appears(xcb_window_t window);
     // A window of ours was unmapped.
     void vanished(xcb_window_t window, SeenGone seen);
     // A window of ours is transparent already, and is unmapped by the time its departure ends.

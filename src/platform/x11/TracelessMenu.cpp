@@ -59,6 +59,7 @@ void TracelessMenu::aboutToBeMapped() {
     shown = windowOf(&menu);
     seen = SeenGone::NotYet;
     const Connection& qt = *context->qt;
+    context->appears(shown);
     context->contents.hold();
     disclaimShadow(qt, shown);
     const bool composited = context->compositor.isRunning();

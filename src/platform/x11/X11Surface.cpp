@@ -173,6 +173,7 @@ void X11Surface::show() {
     widget->winId();
     widget->windowHandle()->installEventFilter(this);
     applyFrame();
+    context->appears(window());
     disclaimShadow(qt, window());
     setUntilPainted(qt, window(), isComposited() ? UntilPainted::Transparent : UntilPainted::WhatWasThere);
     applyInput();
