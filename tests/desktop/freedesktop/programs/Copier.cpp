@@ -6,6 +6,7 @@
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 
 #include <QApplication>
+#include <QTimer>
 
 using namespace marrowfin;
 
@@ -17,12 +18,12 @@ int main(int argc, char** argv) {
         return 2;
     freedesktop::FreedesktopPasteboard pasteboard;
     const Outcome<void> written = pasteboard.writeImage(*image);
-    if (!arguments.contains(QStringLiteral("--at-once"))) {
+    QObject::connect(&application, &QApplication::aboutToQuit, [&pasteboard] { pasteboard.handOver(); });
+    if (arguments.contains(QStringLiteral("--at-once")))
+        QTimer::singleShot(0, &application, &QApplication::quit);
+    else
         written.then([](const Result<void>& result) { QCoreApplication::exit(result ? 0 : 3); });
-        if (const int code = application.exec())
-            return code;
-    }
-    pasteboard.handOver();
+    const int code = application.exec();
     SharedObjects::destroyAll();
-    return 0;
+    return code;
 }
