@@ -15,6 +15,8 @@ namespace marrowfin::freedesktop {
 namespace {
 
 constexpr int patienceMilliseconds = 1000;
+// A manager that answers nothing reads what is new on its own, in its own time.
+constexpr int patienceWithNewMilliseconds = 4000;
 
 // Leaves the loop when the manager says that it is done, one way or the other.
 class ManagerAnswer : public QAbstractNativeEventFilter {
@@ -50,7 +52,7 @@ void askToSaveTargets(xcb_window_t requestor) {
 
 } // namespace
 
-void handOverClipboard() {
+void handOverClipboard(Offered offered) {
     if (!toolkitx11::connection() || !toolkitx11::ownsClipboard())
         return;
     if (toolkitx11::selectionOwner("CLIPBOARD_MANAGER") != XCB_NONE) {
@@ -59,7 +61,8 @@ void handOverClipboard() {
         QEventLoop loop;
         const auto requestor = static_cast<xcb_window_t>(window.winId());
         const ManagerAnswer answer(requestor, loop);
-        QTimer::singleShot(patienceMilliseconds, &loop, &QEventLoop::quit);
+        const int patience = offered == Offered::JustNow ? patienceWithNewMilliseconds : patienceMilliseconds;
+        QTimer::singleShot(patience, &loop, &QEventLoop::quit);
         askToSaveTargets(requestor);
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }

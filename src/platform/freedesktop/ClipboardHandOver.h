@@ -5,6 +5,9 @@
 
 namespace marrowfin::freedesktop {
 
-void handOverClipboard();
+// Whether a manager can have taken its copy already: what was offered just now, it gets more time for.
+enum class Offered { Before, JustNow };
+
+void handOverClipboard(Offered offered);
 
 } // namespace marrowfin::freedesktop

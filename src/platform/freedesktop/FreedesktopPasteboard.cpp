@@ -128,9 +128,10 @@ Outcome<std::optional<Image>> FreedesktopPasteboard::readImage() {
 }
 
 void FreedesktopPasteboard::handOver() {
-    if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
+    const std::shared_ptr<Write> write = std::exchange(pending, nullptr);
+    if (write)
         write->offer();
-    handOverClipboard();
+    handOverClipboard(write ? Offered::JustNow : Offered::Before);
 }
 
 } // namespace marrowfin::freedesktop
