@@ -17,7 +17,10 @@ constexpr int settlingMilliseconds = 300;
 EmbeddedIcon::EmbeddedIcon(Click click) : click(std::move(click)) {
     settled.setSingleShot(true);
     settled.setInterval(settlingMilliseconds);
-    connect(&tray, &QSystemTrayIcon::activated, this, &EmbeddedIcon::awaitRelease);
+    // The toolkit's own signal comes when the button goes down (a menu opened by it would take the release
+    // for a choice), and not at all for a press that it counts as the second of a double click. So the
+    // releases are taken from the window that it docks, whenever it makes one.
+    qApp->installEventFilter(this);
     connect(&settled, &QTimer::timeout, this, &EmbeddedIcon::lookAtBackground);
 }
 
@@ -33,14 +36,6 @@ void EmbeddedIcon::giveIcon() {
         return icon(pixels, dark);
     };
     tray.setIcon(drawnIcon(drawAndLook, darkTray));
-}
-
-// The toolkit's own signal comes when the button goes down; a menu opened by it would take the release for a
-// choice. So the release is awaited in the window that the toolkit docked, which exists by now.
-void EmbeddedIcon::awaitRelease() {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (widget->inherits("QSystemTrayIconSys"))
-            widget->installEventFilter(this);
 }
 
 // The corners of the icon are empty: there the tray shows through.
@@ -66,7 +61,7 @@ void EmbeddedIcon::lookAtBackground() {
 }
 
 bool EmbeddedIcon::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::MouseButtonRelease)
+    if (event->type() != QEvent::MouseButtonRelease || !watched->inherits("QSystemTrayIconSys"))
         return false;
     const auto* mouse = static_cast<QMouseEvent*>(event);
     // A press that was dragged off the icon is a change of mind.

@@ -28,7 +28,6 @@ public:
 
 private:
     void giveIcon();
-    void awaitRelease();
     void lookAtBackground();
 
     Click click;

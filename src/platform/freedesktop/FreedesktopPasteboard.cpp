@@ -128,10 +128,11 @@ Outcome<std::optional<Image>> FreedesktopPasteboard::readImage() {
 }
 
 void FreedesktopPasteboard::handOver() {
-    const std::shared_ptr<Write> write = std::exchange(pending, nullptr);
-    if (write)
+    const Offered offered = pending ? Offered::JustNow : Offered::Before;
+    // Gone by the time that the loop below may run what was waiting for the encoding.
+    if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
         write->offer();
-    handOverClipboard(write ? Offered::JustNow : Offered::Before);
+    handOverClipboard(offered);
 }
 
 } // namespace marrowfin::freedesktop

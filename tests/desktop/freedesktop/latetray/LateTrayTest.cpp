@@ -1,3 +1,4 @@
+#include <utility>
 // A desktop without any status area, on which one appears later, goes and comes back.
 #include "desktop/freedesktop/support/NotifierDesktop.h"
 #include "desktop/freedesktop/support/Tray.h"
@@ -65,7 +66,11 @@ TEST_F(LateTray, isServedWhenItComesAndWhenItComesBack) {
     for (int round = 1; round <= 2; ++round) {
         const Tint2 tray;
         ASSERT_TRUE(iconShows()) << "round " << round;
-        movePointer(iconOnScreen().center());
+        // The tray makes room for it first.
+        QRect place;
+        ASSERT_TRUE(waitUntil(
+            [&place] { return std::exchange(place, iconOnScreen()) == place && !place.isEmpty(); }));
+        movePointer(place.center());
         pressButton(1);
         releaseButton(1);
         EXPECT_TRUE(waitUntil([&] { return clicks == round; }));
