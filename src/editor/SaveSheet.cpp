@@ -1,0 +1,103 @@
+#include "editor/SaveSheet.h"
+
+#include "base/AtomicFile.h"
+#include "base/Clock.h"
+#include "base/SerialQueue.h"
+#include "base/Shared.h"
+#include "platform/Desktop.h"
+#include "platform/Services.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <utility>
+
+namespace marrowfin {
+
+namespace {
+
+struct Saving {
+    SerialQueue queue{QStringLiteral("io.tessaly.marrowfin.editor.saving"),
+                      SerialQueue::QualityOfService::UserInitiated};
+    // Where the last file went; none before the first.
+    QString lastFolder;
+};
+
+QString startFolder() {
+    const QString last = Shared<Saving>::instance().lastFolder;
+    if (!last.isEmpty() && QFileInfo(last).isDir())
+        return last;
+    const std::optional<QString> pictures = platform::services().folders.pictures();
+    return pictures && QFileInfo(*pictures).isDir() ? *pictures : QDir::homePath();
+}
+
+void write(const Image& image, const QString& path, std::function<void(const QString&)> written) {
+    Shared<Saving>::instance().lastFolder = QFileInfo(path).absolutePath();
+    Shared<Saving>::instance().queue.async([image, path, written = std::move(written)] {
+        const QByteArray png = image.png();
+        if (png.isEmpty())
+            return;
+        // The settled behaviour: nobody is told when this fails.
+        (void)writeFileAtomically(path, png);
+        postToMain([written, path] { written(path); });
+    });
+}
+
+// Where the toolkit's own dialog would ask in a loop of its own whether to replace a file, this one asks
+// beside it. (Without a Q_OBJECT of its own it may still be the desktop's dialog, which asks by itself.)
+class SaveDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    void accept() override {
+        const bool desktopsOwn = testAttribute(Qt::WA_DontShowOnScreen);
+        const QFileInfo chosen(selectedFiles().value(0));
+        if (desktopsOwn || !chosen.isFile())
+            QFileDialog::accept();
+        else
+            askToReplace(chosen.fileName());
+    }
+
+private:
+    void askToReplace(const QString& name) {
+        auto* question =
+            new QMessageBox(QMessageBox::Warning, windowTitle(),
+                            QStringLiteral("“%1” already exists. Do you want to replace it?").arg(name),
+                            QMessageBox::NoButton, this);
+        question->setObjectName(QStringLiteral("replace"));
+        question->setAttribute(Qt::WA_DeleteOnClose);
+        question->setTextFormat(Qt::PlainText);
+        QPushButton* replace = question->addButton(QStringLiteral("Replace"), QMessageBox::AcceptRole);
+        question->setDefaultButton(question->addButton(QMessageBox::Cancel));
+        connect(question, &QMessageBox::finished, this, [this, question, replace] {
+            if (question->clickedButton() != static_cast<void*>(replace))
+                return;
+            setOption(DontConfirmOverwrite);
+            QFileDialog::accept();
+        });
+        question->open();
+    }
+};
+
+} // namespace
+
+void askWhereToSave(const Image& image, QWidget* view, std::function<void(const QString& path)> written) {
+    // The PNG is ready by the time a name was found.
+    image.startEncoding();
+    auto* dialog = new SaveDialog(view, QStringLiteral("Save"), startFolder());
+    dialog->setObjectName(QStringLiteral("save"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setNameFilters(
+        {QStringLiteral("PNG image (*.png)"), QStringLiteral("JPEG image (*.jpg *.jpeg)")});
+    dialog->setDefaultSuffix(QStringLiteral("png"));
+    dialog->selectFile(QStringLiteral("Marrowfin-%1.png").arg(Clock::now().toSecsSinceEpoch()));
+    QObject::connect(
+        dialog, &QFileDialog::fileSelected, dialog,
+        [image, written = std::move(written)](const QString& path) { write(image, path, written); });
+    dialog->open();
+}
+
+} // namespace marrowfin
