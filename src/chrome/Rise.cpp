@@ -18,9 +18,28 @@ Motion currentMotion() {
     return platform::services().appearance.reduceMotion() ? Motion::Reduced : Motion::Full;
 }
 
-Rise::Rise(QWidget& view, double from, double resting)
-    : effect(new PoseEffect(view, from + 2)), distance(from), restingOffset(resting),
-      fade(Animation::basic(Property::Opacity, 0.0, 0.0, 0, TimingFunction::linear())) {
+namespace {
+Animation fadeAtOnce(double alpha) {
+    return Animation::basic(Property::Opacity, alpha, alpha, 0, TimingFunction::linear());
+}
+} // namespace
+
+Rise::Rise(QWidget& view, double from, double resting, Start start)
+    : distance(from), restingOffset(resting), shown(start == Start::Shown),
+      fade(fadeAtOnce(start == Start::Shown ? 1 : 0)) {
+    takeAlong(view);
+}
+
+void Rise::takeAlong(QWidget& view) {
+    effects.emplace_back(new PoseEffect(view, distance + 2));
+    apply();
+}
+
+void Rise::hideNow() {
+    shown = false;
+    movement.reset();
+    fade = fadeAtOnce(0);
+    AnimationClock::shared().cancel(*this);
     apply();
 }
 
@@ -61,7 +80,9 @@ double Rise::alpha() const {
 }
 
 void Rise::apply() {
-    effect->setPose({QPointF(0, offset()), alpha()});
+    for (const QPointer<PoseEffect>& effect : effects)
+        if (effect)
+            effect->setPose({QPointF(0, offset()), alpha()});
 }
 
 std::optional<double> Rise::tick(double now) {

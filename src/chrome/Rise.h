@@ -7,7 +7,8 @@
 #include "chrome/AnimationClock.h"
 #include "chrome/PoseEffect.h"
 
-#include <functional>
+#include <QPointer>
+#include <vector>
 
 namespace marrowfin::chrome {
 
@@ -21,14 +22,20 @@ Motion currentMotion();
 
 class Rise : private AnimationClock::Client {
 public:
-    // Starts hidden. Distance: how far below its place the view comes from. Resting: where the hidden view is
-    // once the movement is over (0: at its place, -distance: below it).
-    Rise(QWidget& view, double distance, double restingOffset);
+    enum class Start { Hidden, Shown };
+    // Distance: how far below its place the view comes from. Resting: where the hidden view is once the
+    // movement is over (0: at its place, -distance: below it).
+    Rise(QWidget& view, double distance, double restingOffset, Start start = Start::Hidden);
     ~Rise() override;
     Rise(const Rise&) = delete;
     Rise& operator=(const Rise&) = delete;
 
+    // Another view that moves and fades with the first; it may go earlier.
+    void takeAlong(QWidget& companion);
+
     void setShown(bool shown, Motion motion);
+    // At once, wherever it stands.
+    void hideNow();
     bool isShown() const { return shown; }
     // As on the screen: points above the view's place, and alpha.
     double offset() const;
@@ -38,7 +45,7 @@ private:
     std::optional<double> tick(double now) override;
     void apply();
 
-    PoseEffect* effect; // the view's
+    std::vector<QPointer<PoseEffect>> effects; // the views'
     double distance;
     double restingOffset;
     bool shown = false;

@@ -1,0 +1,126 @@
+#include "chrome/EditorSlabView.h"
+
+#include "base/Geometry.h"
+#include "chrome/GradientLayer.h"
+#include "chrome/Place.h"
+#include "chrome/ShapeLayer.h"
+#include "platform/Desktop.h"
+#include "platform/Services.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace marrowfin::chrome {
+
+namespace {
+constexpr float plateAlpha = 0.92F;
+
+QColor withAlpha(QColor color, float alpha) {
+    color.setAlphaF(alpha);
+    return color;
+}
+} // namespace
+
+class EditorSlabView::RimHost : public ChromePassthroughView {
+public:
+    explicit RimHost(QWidget* parent) : ChromePassthroughView(parent), layers(*this) {}
+    LayerHost layers;
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QPainter painter(this);
+        layers.paint(painter, event->rect());
+    }
+};
+
+EditorSlabView::EditorSlabView(SlabGround floatsOver, double radius, QWidget* parent)
+    : QWidget(parent), ground(floatsOver), cornerRadius(radius), shadow(new SlabShadowView(parent)),
+      contentView(new QWidget(this)), rimHost(new RimHost(this)),
+      ring(rimHost->layers.root().add<ShapeLayer>()), rimLight(rimHost->layers.root().add<GradientLayer>()),
+      rimMask(rimLight.makeMask<ShapeLayer>()) {
+    resize(0, 0);
+    for (ShapeLayer* outline : {&ring, &rimMask}) {
+        outline->setFillColor(std::nullopt);
+        outline->setLine(1);
+    }
+    rimMask.setStrokeColor(Qt::white);
+    rimLight.setPoints({0.5, 1}, {0.5, 0.3});
+    connect(&platform::services().appearance, &platform::Appearance::changed, this,
+            &EditorSlabView::applyAppearance);
+    applyAppearance();
+    takeShadowAlong();
+}
+
+EditorSlabView::~EditorSlabView() {
+    delete shadow;
+}
+
+void EditorSlabView::applyAppearance() {
+    scheme = platform::services().appearance.colorScheme();
+    const bool dark = scheme == ColorScheme::Dark;
+    rimLight.setColors(withAlpha(Qt::white, dark ? 0.38F : 0.22F), withAlpha(Qt::white, 0));
+    ring.setStrokeColor(dark ? withAlpha(Qt::white, 0.14F) : withAlpha(Qt::black, 0.10F));
+    if (shadow)
+        shadow->setDark(dark);
+    update();
+}
+
+void EditorSlabView::setContentSize(double width, double height, double top, double left, double bottom,
+                                    double right) {
+    const QRectF whole(0, 0, width + left + right, height + top + bottom);
+    resize(whole.size().toSize());
+    if (shadow)
+        shadow->updateShadow(size(), cornerRadius);
+    place(*contentView, {left, bottom, width, height});
+    const QPainterPath outline = roundedRect(inset(whole, 0.5, 0.5), cornerRadius - 0.5);
+    place(*rimHost, whole);
+    rimHost->layers.setSize(whole.size());
+    for (Layer* layer :
+         {static_cast<Layer*>(&ring), static_cast<Layer*>(&rimLight), static_cast<Layer*>(&rimMask)})
+        layer->setFrame(whole);
+    ring.setPath(outline);
+    rimMask.setPath(outline);
+    takeShadowAlong();
+}
+
+void EditorSlabView::setBackdrop(QWidget&, std::function<QImage()>) {}
+
+void EditorSlabView::backdropChanged(const QRegion&) {}
+
+void EditorSlabView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const auto curve = isOverDesktop() ? CornerCurve::Circular : CornerCurve::Continuous;
+    painter.fillPath(roundedRect(rect(), cornerRadius, curve),
+                     withAlpha(systemColor(SystemColor::windowBackground, scheme), plateAlpha));
+}
+
+bool EditorSlabView::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::ParentChange:
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::ZOrderChange:
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+        takeShadowAlong();
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void EditorSlabView::takeShadowAlong() {
+    if (!shadow)
+        return;
+    if (shadow->parentWidget() != parentWidget())
+        shadow->setParent(parentWidget());
+    if (!parentWidget())
+        return;
+    shadow->surround(geometry());
+    shadow->stackUnder(this);
+    shadow->setVisible(!isHidden());
+}
+
+} // namespace marrowfin::chrome
