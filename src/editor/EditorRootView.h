@@ -1,11 +1,12 @@
 // The contents of an editor window: the canvas, and the chrome that floats over it. Owns one document and its
-// tool state, keeps the controls in step with them and turns presses into changes of them. Points, y down;
-// the arithmetic of the chrome's places is y up (chrome::place). Owned by the editor's window. Main thread.
+// tool state, keeps the controls in step with them and turns presses into changes of them. Points, y down.
+// Owned by the editor's window. Main thread.
 #pragma once
 
 #include "annotation/AnnotationDocument.h"
 #include "annotation/ToolState.h"
 #include "base/Image.h"
+#include "editor/EditorChrome.h"
 
 #include <QWidget>
 #include <functional>
@@ -24,6 +25,7 @@ public:
     AnnotationDocument* document() { return &ink; }
     ToolState* toolState() { return &tools; }
     AnnotationCanvasView* canvas() { return surface; }
+    const EditorChrome& chrome() const { return controls; }
 
     // The path of the file, once it was written; a write that failed isn't told apart.
     std::function<void(const QString& path)> onSave;
@@ -31,7 +33,19 @@ public:
     std::function<void()> onCopy;
     std::function<void(const Image& image)> onPin;
 
-    // Each ends an open edit of text first, so that what is being typed is in the picture.
+    void toolChosen(ToolType tool);
+    void swatchChosen(const QColor& color) { tools.setStrokeColor(color); }
+    void widthChosen(double width) { tools.setStrokeWidth(width); }
+    void customColorRequested();
+    void colorPanelChanged(const QColor& color) { tools.setStrokeColor(color); }
+    // A pending crop is refitted at once.
+    void aspectChosen(CropAspect aspect);
+    // Leaves the crop tool.
+    void cropCancelPressed();
+    void cropApplyPressed();
+    // These end an open edit of text first, so that what is being typed is in the document.
+    void undoPressed();
+    void redoPressed();
     void pinPressed();
     void copyPressed();
     // Asks for a name without waiting for it; also Control and S.
@@ -39,15 +53,26 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void wireControls();
+    void wireBackdrop();
+    void subscribe();
+    // Shows the model on the controls after the current event, once for all that changed in it.
+    void toolsDidChange();
+    void documentDidChange();
+    void synchronise();
     // The base image with its ink; null without pixels.
     Image flattened();
-    void layOut();
 
     AnnotationDocument ink;
     ToolState tools;
     AnnotationCanvasView* surface;
+    EditorChrome controls;
+    bool toolsAreShown = true;
+    bool documentIsShown = true;
+    bool passingKeyOn = false;
 };
 
 } // namespace marrowfin

@@ -57,6 +57,17 @@ protected:
             QTest::keyClick(root->window()->windowHandle(), character.toLatin1());
     }
 
+    // What is on the screen now, at this density.
+    QImage shot(double density = 1) {
+        QCoreApplication::processEvents();
+        QImage picture((QSizeF(root->size()) * density).toSize(), QImage::Format_RGB32);
+        picture.setDevicePixelRatio(density);
+        picture.fill(Qt::magenta);
+        root->render(&picture);
+        picture.setDevicePixelRatio(1);
+        return picture;
+    }
+
     fake::FakeDesktop desktop;
     std::unique_ptr<EditorRootView> root;
 };

@@ -1,0 +1,35 @@
+// The colour picker that all editors share: beside the editors, without alpha and without buttons. It tells
+// every change to the editor that opened it last. Main thread.
+#pragma once
+
+#include <QColor>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class QColorDialog;
+
+namespace marrowfin {
+
+class ColorPanel {
+public:
+    ColorPanel();
+    ~ColorPanel();
+    ColorPanel(const ColorPanel&) = delete;
+    ColorPanel& operator=(const ColorPanel&) = delete;
+
+    static ColorPanel& shared();
+
+    // Shows this colour and the picker, in front but without taking the keyboard. `changed` is called as long
+    // as the view exists and nobody else has opened the picker; it goes with the view.
+    void show(const QColor& color, QWidget& view, std::function<void(const QColor&)> changed);
+
+private:
+    std::unique_ptr<QColorDialog> picker;
+    QPointer<QWidget> target;
+    std::function<void(const QColor&)> colorDidChange;
+    QMetaObject::Connection targetGone;
+};
+
+} // namespace marrowfin
