@@ -29,8 +29,6 @@ QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
     MARROWFIN_INVARIANT(statusItem != nullptr);
     manager = std::make_unique<ScreenCaptureManager>();
     controller = std::make_unique<StatusBarController>(*statusItem, *manager, makeFeatures());
-    CapturePanelController::shared().setEditorOpener(
-        [this](const Image& image) { controller->features().editor->open(image); });
     makeStatusItem();
     shortcuts = std::make_unique<ShortcutManager>(*manager);
     co_await shortcuts->registerHotKeys();

@@ -46,15 +46,6 @@ private:
     QString what;
 };
 
-class AbsentImageFeature : public ImageFeature {
-public:
-    explicit AbsentImageFeature(QString name) : what(std::move(name)) {}
-    void open(const Image&) override { sayAbsent(what); }
-
-private:
-    QString what;
-};
-
 class Pins : public ImageFeature {
 public:
     void open(const Image& image) override { PinManager::shared().pin(image); }
@@ -70,7 +61,6 @@ Features makeFeatures() {
     features.history = std::make_unique<AbsentWindow>(QStringLiteral("The capture history window"));
     features.settings = std::make_unique<AbsentWindow>(QStringLiteral("The settings window"));
     features.updates = std::make_unique<AbsentWindow>(QStringLiteral("The update check"));
-    features.editor = std::make_unique<AbsentImageFeature>(QStringLiteral("The annotation editor"));
     features.pins = std::make_unique<Pins>();
     return features;
 }

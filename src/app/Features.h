@@ -53,7 +53,6 @@ struct Features {
     std::unique_ptr<WindowFeature> history;
     std::unique_ptr<WindowFeature> settings;
     std::unique_ptr<WindowFeature> updates;
-    std::unique_ptr<ImageFeature> editor;
     std::unique_ptr<ImageFeature> pins;
 };
 

@@ -2,6 +2,7 @@
 
 #include "capture/ScreenCaptureManager.h"
 #include "capture/SelfTimerOverlay.h"
+#include "editor/EditorWindowController.h"
 #include "platform/Pasteboard.h"
 #include "platform/Services.h"
 
@@ -109,8 +110,10 @@ QCoro::Task<> StatusBarController::captureText() {
 
 QCoro::Task<> StatusBarController::openFromClipboard() {
     const Result<std::optional<Image>> image = co_await platform::services().pasteboard.readImage();
-    if (image && *image)
-        has.editor->open(**image);
+    if (!image || !*image)
+        co_return;
+    editorWindows.push_back(EditorWindowController::make(**image));
+    editorWindows.back()->showWindow();
 }
 
 QCoro::Task<> StatusBarController::pinToScreen() {

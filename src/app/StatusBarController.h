@@ -9,9 +9,12 @@
 #include <QCoro/QCoroTask>
 #include <QMenu>
 #include <QPointer>
+#include <memory>
+#include <vector>
 
 namespace marrowfin {
 
+class EditorWindowController;
 class ScreenCaptureManager;
 
 class StatusBarController {
@@ -37,8 +40,6 @@ public:
     void checkForUpdates();
     void quit();
 
-    Features& features() { return has; }
-
 private:
     MenuActions actions();
     void popUp(std::unique_ptr<QMenu> menu, bool atItem);
@@ -46,6 +47,8 @@ private:
     platform::StatusItem& statusItem;
     ScreenCaptureManager& captureManager;
     Features has;
+    // Opened from the clipboard; an entry stays when its window closes.
+    std::vector<std::shared_ptr<EditorWindowController>> editorWindows;
     QPointer<QMenu> openMenu;
 };
 

@@ -1,7 +1,7 @@
 #include "panel/CapturePanelController.h"
 
-#include "base/Log.h"
 #include "base/Shared.h"
+#include "editor/EditorWindowController.h"
 #include "panel/PanelLayout.h"
 #include "panel/ScreenChoice.h"
 #include "pin/PinManager.h"
@@ -89,15 +89,13 @@ void CapturePanelController::dismissAll(Animated animated) {
         dismiss(entries.front()->panel.get(), animated, 0);
 }
 
-void CapturePanelController::setEditorOpener(EditorOpener opener) {
-    editorOpener = std::move(opener);
-}
-
 void CapturePanelController::openEditor(const Image& image) {
-    if (editorOpener)
-        editorOpener(image);
-    else
-        printLine(QStringLiteral("The editor isn't built yet: the capture stays in the history."));
+    openedEditors.push_back(EditorWindowController::make(image));
+    EditorWindowController* editor = openedEditors.back().get();
+    connect(editor, &EditorWindowController::windowWillClose, this, [this, editor] {
+        std::erase_if(openedEditors, [editor](const auto& one) { return one.get() == editor; });
+    });
+    editor->showWindow();
 }
 
 void CapturePanelController::panelHoverChanged(bool entered, const CapturePanel* panel) {

@@ -18,13 +18,14 @@ struct Screen;
 
 namespace marrowfin {
 
+class EditorWindowController;
+
 enum class Animated { No, Yes };
 
 class CapturePanelController : public QObject {
     Q_OBJECT
 public:
     using SaveHandler = std::function<void(const Image&)>;
-    using EditorOpener = std::function<void(const Image&)>;
 
     struct Entry {
         std::unique_ptr<CapturePanel> panel;
@@ -49,9 +50,10 @@ public:
     void dismiss(const CapturePanel* panel, Animated animated, double offset = 0);
     void dismissAll(Animated animated);
 
-    // Who opens an image in an editor; until somebody does, a line on standard output says that nobody can.
-    void setEditorOpener(EditorOpener opener);
+    // In a window in front, with the keyboard.
     void openEditor(const Image& image);
+    // Those opened here, until their window closes.
+    const std::vector<std::shared_ptr<EditorWindowController>>& editors() const { return openedEditors; }
 
     void panelHoverChanged(bool entered, const CapturePanel* panel);
     void panelDragBegan(const CapturePanel* panel);
@@ -77,7 +79,7 @@ private:
 
     std::vector<std::shared_ptr<Entry>> entries;
     std::vector<std::shared_ptr<Entry>> leaving;
-    EditorOpener editorOpener;
+    std::vector<std::shared_ptr<EditorWindowController>> openedEditors;
 };
 
 } // namespace marrowfin

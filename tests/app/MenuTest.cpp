@@ -5,6 +5,7 @@
 #include "capture/CountdownDigit.h"
 #include "capture/ScreenCaptureManager.h"
 #include "capture/SelectionView.h"
+#include "editor/EditorWindowController.h"
 #include "support/CapturedOutput.h"
 #include "support/Input.h"
 
@@ -214,13 +215,32 @@ TEST_F(MenuTest, pinToScreenPinsTheClipboardsImage) {
     EXPECT_EQ(desktop.surfaceHost.surfaces.back()->traits.level, SurfaceLevel::Pin);
 }
 
-TEST_F(MenuTest, openFromClipboardNeedsTheEditor) {
+TEST_F(MenuTest, openFromClipboardOpensTheImageInAnEditorInFront) {
     launch();
     desktop.pasteboard.image = picture();
     CapturedOutput output;
     choose("Open from Clipboard");
-    QApplication::processEvents();
-    EXPECT_EQ(output.text(), QStringLiteral("The annotation editor isn't built yet.\n"));
+    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().size() == 1; }));
+    const EditorWindowController& editor = *EditorWindowController::openEditors().front();
+    EXPECT_EQ(editor.image(), *desktop.pasteboard.image);
+    EXPECT_TRUE(editor.window()->isVisible());
+    EXPECT_TRUE(waitUntil([&] { return editor.window()->isActiveWindow(); }));
+    EXPECT_EQ(output.text(), QString());
+}
+
+TEST_F(MenuTest, anEditorFromTheClipboardStaysReferencedWhenItsWindowHasClosed) {
+    launch();
+    desktop.pasteboard.image = picture();
+    choose("Open from Clipboard");
+    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().size() == 1; }));
+    const std::weak_ptr<EditorWindowController> editor = EditorWindowController::openEditors().front();
+    editor.lock()->window()->close();
+    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().empty(); }));
+    ASSERT_FALSE(editor.expired());
+    EXPECT_EQ(editor.lock()->window(), nullptr) << "only the image is kept, not a window's memory";
+    choose("Open from Clipboard");
+    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().size() == 1; }));
+    EXPECT_NE(EditorWindowController::openEditors().front(), editor.lock());
 }
 
 TEST_F(MenuTest, whatIsNotBuiltYetSaysSoInOneLine) {

@@ -1,8 +1,10 @@
 // One card under the pointer: what moves, what it covers, and what its buttons do.
+#include "editor/EditorWindowController.h"
 #include "panel/PanelFixture.h"
 #include "pin/PinManager.h"
 
 #include <QHelpEvent>
+#include <QWidget>
 
 namespace marrowfin {
 
@@ -12,10 +14,7 @@ protected:
 
     // In the card's own points.
     static QRectF inCard(const QRectF& inWindow) { return inWindow.translated(-haloLeft, -haloBottom); }
-    std::vector<Image> opened;
-    void catchEditor() {
-        controller().setEditorOpener([this](const Image& image) { opened.push_back(image); });
-    }
+    std::size_t opened() { return controller().editors().size(); }
 };
 
 TEST_F(Card, HoverNeverCoversTheCaptureAndMovesNoWindow) {
@@ -87,39 +86,35 @@ TEST_F(Card, OnlyTheCardCountsAsHoverNotItsHalo) {
 }
 
 TEST_F(Card, WhileTheBarIsHiddenAClickOnAButtonsPlaceOpensTheEditor) {
-    catchEditor();
     const Image image = capture();
     CapturePanel* panel = presentSettled(image);
     clickAt(panel->content(), onCard(27 + 12 + 13, 27)); // where Copy will be
-    ASSERT_EQ(opened.size(), 1u);
-    EXPECT_EQ(opened[0], image);
+    ASSERT_EQ(opened(), 1u);
+    EXPECT_EQ(controller().editors()[0]->image(), image);
     EXPECT_TRUE(desktop.pasteboard.calls.empty());
     EXPECT_TRUE(controller().panels().empty());
 }
 
 TEST_F(Card, BesideTheButtonsAClickOnTheBarGoesToTheCard) {
-    catchEditor();
     CapturePanel* panel = presentSettled();
     panel->content().setHovered(true, HoverSource::Program);
     clickAt(panel->content(), onCard(27 + 5, 27));
-    EXPECT_EQ(opened.size(), 1u);
+    EXPECT_EQ(opened(), 1u);
 }
 
 TEST_F(Card, AClickInTheHaloIsNoClick) {
-    catchEditor();
     CapturePanel* panel = presentSettled();
     clickAt(panel->content(), {5, 100});
     clickAt(panel->content(), {140, 5});
-    EXPECT_TRUE(opened.empty());
+    EXPECT_EQ(opened(), 0u);
     EXPECT_EQ(controller().panels().size(), 1u);
 }
 
 TEST_F(Card, OnlyTheLeftButtonClicks) {
-    catchEditor();
     CapturePanel* panel = presentSettled();
     testsupport::clickMouse(panel->content(), onCard(120, 80), Qt::RightButton);
     testsupport::clickMouse(panel->content(), onCard(120, 80), Qt::MiddleButton);
-    EXPECT_TRUE(opened.empty());
+    EXPECT_EQ(opened(), 0u);
 }
 
 TEST_F(Card, CopyPutsTheImageOnTheClipboardAndConfirms) {
@@ -160,14 +155,33 @@ TEST_F(Card, ACardThatLeavesWhileItConfirmsCostsNothing) {
 }
 
 TEST_F(Card, AnnotateOpensTheEditorAndLeaves) {
-    catchEditor();
     CapturePanel* panel = presentSettled();
     button(panel->content(), QStringLiteral("Annotate"))->click();
-    EXPECT_EQ(opened.size(), 1u);
+    EXPECT_EQ(opened(), 1u);
     EXPECT_TRUE(controller().panels().empty());
     EXPECT_TRUE(panel->isVisible()); // it fades
     pass(0.3);
     EXPECT_TRUE(desktop.surfaceHost.surfaces.empty());
+}
+
+TEST_F(Card, TheEditorsWindowIsThereBeforeTheCardHasFaded) {
+    CapturePanel* panel = presentSettled();
+    clickAt(panel->content(), onCard(120, 80));
+    ASSERT_EQ(opened(), 1u);
+    EXPECT_TRUE(controller().editors()[0]->window()->isVisible());
+    EXPECT_TRUE(panel->isVisible());
+}
+
+TEST_F(Card, AnEditorIsHeldUntilItsWindowCloses) {
+    for (int count = 0; count < 2; ++count)
+        button(presentSettled()->content(), QStringLiteral("Annotate"))->click();
+    ASSERT_EQ(opened(), 2u);
+    const std::weak_ptr<EditorWindowController> first = controller().editors()[0];
+    const std::weak_ptr<EditorWindowController> second = controller().editors()[1];
+    first.lock()->window()->close();
+    EXPECT_EQ(controller().editors(), std::vector{second.lock()});
+    EXPECT_TRUE(fake::waitUntil([&] { return first.expired(); }));
+    EXPECT_FALSE(second.expired());
 }
 
 TEST_F(Card, PinPutsUpAPinAndLeaves) {
@@ -179,22 +193,20 @@ TEST_F(Card, PinPutsUpAPinAndLeaves) {
 }
 
 TEST_F(Card, CloseJustLeaves) {
-    catchEditor();
     CapturePanel* panel = presentSettled();
     panel->content().setHovered(true, HoverSource::Program);
     clickAt(panel->content(), onCard(27 + 12 + 13 + 4 * 34, 27));
     EXPECT_TRUE(controller().panels().empty());
-    EXPECT_TRUE(opened.empty());
+    EXPECT_EQ(opened(), 0u);
 }
 
 TEST_F(Card, AButtonOfAFadingCardDoesNothing) {
-    catchEditor();
     CapturePanel* panel = presentSettled();
     controller().dismiss(panel, Animated::Yes);
     button(panel->content(), QStringLiteral("Annotate"))->click();
     button(panel->content(), QStringLiteral("Close"))->click();
     clickAt(panel->content(), onCard(120, 80));
-    EXPECT_TRUE(opened.empty());
+    EXPECT_EQ(opened(), 0u);
 }
 
 } // namespace marrowfin

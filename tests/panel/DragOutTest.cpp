@@ -54,19 +54,17 @@ protected:
 };
 
 TEST_F(DragOut, FourPointsAreAClickALittleMoreIsADrag) {
-    int opened = 0;
-    controller().setEditorOpener([&](const Image&) { ++opened; });
     CapturePanel* panel = presentSettled();
     drag(panel, {0, 4});
     EXPECT_EQ(drags->sessions, 0);
     testsupport::releaseMouse(panel->content(), onCard(120, 76));
-    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(controller().editors().size(), 1u);
 
     panel = presentSettled();
     drag(panel, {2.9, 2.9});
     EXPECT_EQ(drags->sessions, 1);
     testsupport::releaseMouse(panel->content(), onCard(120, 76));
-    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(controller().editors().size(), 1u);
 }
 
 TEST_F(DragOut, TheFileIsTheCaptureAsPng) {
@@ -141,13 +139,11 @@ TEST_F(DragOut, ADragThatBeginsBeforeTheFileIsThereWritesIt) {
 }
 
 TEST_F(DragOut, WithoutPixelsThereIsNoDragAndNoClickEither) {
-    int opened = 0;
-    controller().setEditorOpener([&](const Image&) { ++opened; });
     CapturePanel* panel = present(Image());
     drag(panel, {10, 0});
     testsupport::releaseMouse(panel->content(), onCard(120, 80));
     EXPECT_EQ(drags->sessions, 0);
-    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(controller().editors().size(), 0u);
     EXPECT_EQ(controller().panels().size(), 1u);
 }
 

@@ -1,7 +1,8 @@
 // Cards on a real desktop: they take no focus, let clicks beside them through, stand above everything, open
-// by a click, and carry their file into another program.
+// an editor by a click, and carry their file into another program.
 #include "base/Shared.h"
 #include "desktop/x11surfaces/Desk.h"
+#include "editor/EditorWindowController.h"
 #include "panel/CapturePanelController.h"
 #include "panel/PanelLayout.h"
 #include "platform/Screens.h"
@@ -13,6 +14,7 @@
 #include <QCoreApplication>
 #include <QProcess>
 #include <QTimer>
+#include <QWidget>
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
 
@@ -31,7 +33,6 @@ protected:
         Defaults::useFile(QString());
         SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
         other.movePointer({600, 60});
-        controller().setEditorOpener([this](const Image&) { ++opened_; });
     }
     void TearDown() override {
         if (!session)
@@ -43,6 +44,7 @@ protected:
     }
 
     CapturePanelController& controller() { return CapturePanelController::shared(); }
+    std::size_t opened() { return controller().editors().size(); }
     CapturePanel* present() {
         QImage pixels(640, 400, QImage::Format_RGB32);
         pixels.fill(captureColor);
@@ -82,7 +84,6 @@ protected:
     std::unique_ptr<session::Session> session;
     desk::OtherProgram other;
     QObject player;
-    int opened_ = 0;
 };
 
 class DropTarget {
@@ -108,7 +109,7 @@ private:
 };
 } // namespace
 
-TEST_F(CardOnDesktop, ComesIsHoveredAndClickedWithoutTakingTheFocus) {
+TEST_F(CardOnDesktop, TakesNoFocusWhenItComesAndIsHoveredAndAClickGivesItToTheEditor) {
     const xcb_window_t window = other.open({300, 50, 300, 200}, windowColor);
     ASSERT_EQ(other.focus(), window);
     CapturePanel* panel = present();
@@ -117,8 +118,8 @@ TEST_F(CardOnDesktop, ComesIsHoveredAndClickedWithoutTakingTheFocus) {
     EXPECT_TRUE(desk::waitFor([&] { return panel->content().isHovered(); }));
     EXPECT_EQ(other.focus(), window);
     other.click(onScreen(panel, 120, 100));
-    EXPECT_TRUE(desk::waitFor([&] { return opened_ == 1; }));
-    EXPECT_EQ(other.focus(), window);
+    EXPECT_TRUE(desk::waitFor([&] { return opened() == 1; }));
+    EXPECT_TRUE(desk::waitFor([&] { return controller().editors().front()->window()->isActiveWindow(); }));
     EXPECT_EQ(other.buttonPresses(), 0);
 }
 
@@ -133,7 +134,7 @@ TEST_F(CardOnDesktop, ItsHaloLetsClicksThrough) {
     CapturePanel* panel = present();
     other.click(onScreen(panel, -9, 80));
     EXPECT_TRUE(desk::waitFor([&] { return other.buttonPresses() == 1; }));
-    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(opened(), 0u);
     EXPECT_EQ(controller().panels().size(), 1u);
 }
 
@@ -193,7 +194,7 @@ TEST_F(CardOnDesktop, IsDraggedIntoAnotherProgramAsAFile) {
         << target.said().constData();
     EXPECT_TRUE(desk::waitFor([&] { return controller().panels().empty(); }));
     EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 1);
-    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(opened(), 0u);
 }
 
 TEST_F(CardOnDesktop, ARefusedDropBringsTheCardBack) {
@@ -214,7 +215,7 @@ TEST_F(CardOnDesktop, ARefusedDropBringsTheCardBack) {
     EXPECT_TRUE(began);
     EXPECT_EQ(controller().panels().size(), 1u);
     EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 0);
-    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(opened(), 0u);
 }
 
 TEST_F(CardOnDesktop, EscapeCancelsADragAtOnce) {
@@ -232,7 +233,7 @@ TEST_F(CardOnDesktop, EscapeCancelsADragAtOnce) {
     EXPECT_TRUE(began);
     EXPECT_EQ(controller().panels().size(), 1u);
     other.releaseButton();
-    EXPECT_EQ(opened_, 0);
+    EXPECT_EQ(opened(), 0u);
 }
 
 TEST_F(CardOnDesktop, AMouseWheelOverItDoesNothing) {
@@ -246,7 +247,7 @@ TEST_F(CardOnDesktop, AMouseWheelOverItDoesNothing) {
     }
     // A click after the wheel: what came before it has been handled by then.
     other.click(onScreen(panel, 120, 100));
-    EXPECT_TRUE(desk::waitFor([&] { return opened_ == 1; }));
+    EXPECT_TRUE(desk::waitFor([&] { return opened() == 1; }));
 }
 
 } // namespace marrowfin
