@@ -83,10 +83,13 @@ private:
 } // namespace
 
 void askWhereToSave(const Image& image, QWidget* view, std::function<void(const QString& path)> written) {
-    // The PNG is ready by the time a name was found.
+    const QString name = QStringLiteral("save");
+    if (view->findChild<QFileDialog*>(name, Qt::FindDirectChildrenOnly))
+        return;
+    // The PNG is ready by the time a place was found.
     image.startEncoding();
     auto* dialog = new SaveDialog(view, QStringLiteral("Save"), startFolder());
-    dialog->setObjectName(QStringLiteral("save"));
+    dialog->setObjectName(name);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);

@@ -11,10 +11,10 @@ class QWidget;
 
 namespace marrowfin {
 
-// A sheet of the view's window, which proposes a name with the present time. The bytes are a PNG whatever the
-// name's ending. When something was chosen and the image could be encoded, `written` is called with the path,
-// whether or not the file could be written; the view may be gone by then. A view that goes while the dialog
-// is up takes it along.
+// A sheet of the view's window, one at a time, which proposes a name with the present time. The bytes are a
+// PNG whatever the name's ending. When something was chosen and the image could be encoded, `written` is
+// called with the path, whether or not the file could be written; the view may be gone by then. A view that
+// goes while the dialog is up takes it along.
 void askWhereToSave(const Image& image, QWidget* view, std::function<void(const QString& path)> written);
 
 } // namespace marrowfin
