@@ -4,6 +4,7 @@
 
 #include "chrome/SurfaceAnimator.h"
 #include "panel/CapturePanelContentView.h"
+#include "panel/PreviewReturn.h"
 #include "platform/SurfaceHost.h"
 
 #include <memory>
@@ -27,6 +28,10 @@ public:
     bool isVisible() const { return surface->isVisible(); }
     void orderFront();
     void orderOut();
+    // From the pointer, where nobody took it, to its place on the card; the time is the animation clock's.
+    void slideBack(const DragPreview& preview, const DesktopPoint& pointer);
+    // The last that slid back; null when none has.
+    const PreviewReturn* previewReturn() const { return returning.get(); }
     // The block runs when the window system takes the window away.
     void whenClosed(std::function<void()> block);
 
@@ -35,6 +40,7 @@ private:
     std::unique_ptr<CapturePanelContentView> view;
     std::unique_ptr<platform::Surface> surface;
     std::unique_ptr<chrome::SurfaceAnimator> surfaceAnimator;
+    std::unique_ptr<PreviewReturn> returning;
 };
 
 } // namespace marrowfin

@@ -10,7 +10,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
-#include <QWheelEvent>
 
 namespace marrowfin {
 
@@ -77,6 +76,8 @@ CapturePanelContentView::CapturePanelContentView(const Image& captured, PanelAct
     applyAppearance();
     connect(&platform::services().appearance, &platform::Appearance::changed, this,
             &CapturePanelContentView::applyAppearance);
+    scrollWatch = platform::services().scrollGestures.watch(
+        *this, [this](const platform::ScrollStep& step) { scrolled(step); });
     exported.start([this](qint64 bytes) {
         captureByteCount = bytes;
         updateCaption();
@@ -337,7 +338,7 @@ void CapturePanelContentView::beginDrag() {
     const std::optional<QString> file = exported.file();
     if (!file)
         return;
-    const CardDrag drag{*file, thumbnail.sharp, host.toWidget(captureFrame()), *pressPosition};
+    const CardDrag drag{*file, {thumbnail.sharp, host.toWidget(captureFrame()), *pressPosition}};
     actions.dragBegan();
     dragging = true;
     const QPointer<CapturePanelContentView> self(this);
@@ -348,16 +349,15 @@ void CapturePanelContentView::beginDrag() {
     pressPosition.reset();
     if (drop == Drop::Completed)
         HintCounters().countCompletedDragOut();
-    actions.dragEnded(drop);
+    actions.dragEnded(drop, drag.preview);
 }
 
-void CapturePanelContentView::wheelEvent(QWheelEvent* event) {
-    const ScrollPhases::Step step = scrollPhases.read(*event);
-    if (step.phase == ScrollPhase::None)
-        return;
-    if (step.phase == ScrollPhase::Began)
+void CapturePanelContentView::scrolled(const platform::ScrollStep& step) {
+    if (step.phase == platform::ScrollPhase::Began)
         swipe.begin();
-    else if (const std::optional<int> side = swipe.move(step.delta))
+    if (step.phase != platform::ScrollPhase::Changed)
+        return;
+    if (const std::optional<int> side = swipe.move(step.delta))
         actions.swipe(*side * swipeDistance);
 }
 

@@ -15,6 +15,7 @@
 #include "panel/SoftShadow.h"
 #include "panel/SwipeGesture.h"
 #include "panel/Thumbnail.h"
+#include "platform/ScrollGestures.h"
 
 #include <QRegion>
 #include <QWidget>
@@ -51,6 +52,8 @@ public:
     bool showsDragHint() const { return showsHint; }
     bool isInDragSession() const { return dragging; }
     const DragExport& dragExport() const { return exported; }
+    // What the card shows of its capture, each made once.
+    const Thumbnail& renders() const { return thumbnail; }
     const CapsuleBarView& capsuleBar() const { return *capsule; }
 
     // As seen now, in the window, y up.
@@ -67,7 +70,6 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
@@ -83,6 +85,7 @@ private:
     void recedeCapture(bool back, chrome::Motion motion);
     void countHintExposure(HoverSource source);
     void beginDrag();
+    void scrolled(const platform::ScrollStep& step);
 
     Image image;
     PanelActions actions;
@@ -102,7 +105,7 @@ private:
     std::unique_ptr<chrome::Rise> captionRise;
     DragExport exported;
     SwipeGesture swipe;
-    ScrollPhases scrollPhases;
+    std::unique_ptr<platform::ScrollWatch> scrollWatch;
 
     bool hovered = false;
     bool composited = true;

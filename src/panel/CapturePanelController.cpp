@@ -131,6 +131,12 @@ void CapturePanelController::panelDragEnded(const CapturePanel* panel, Drop drop
         entry->panel->content().setHovered(false, HoverSource::Program);
 }
 
+void CapturePanelController::slideBack(CapturePanel& panel, const DragPreview& preview) {
+    const std::optional<DesktopPoint> pointer = platform::services().screens.pointerLocation();
+    if (pointer && chrome::currentMotion() == chrome::Motion::Full)
+        panel.slideBack(preview, *pointer);
+}
+
 std::shared_ptr<CapturePanelController::Entry>
 CapturePanelController::makeEntry(const Image& image, std::uint32_t displayID, SaveHandler onSave) {
     auto entry = std::make_shared<Entry>();
@@ -176,13 +182,15 @@ PanelActions CapturePanelController::actionsFor(const std::weak_ptr<Entry>& weak
     actions.hoverChanged =
         ifUp([this](Entry& entry, bool entered) { panelHoverChanged(entered, entry.panel.get()); });
     actions.dragBegan = ifUp([this](Entry& entry) { panelDragBegan(entry.panel.get()); });
-    actions.dragEnded = [this, weak](Drop drop) {
+    actions.dragEnded = [this, weak](Drop drop, const DragPreview& preview) {
         const std::shared_ptr<Entry> entry = weak.lock();
         if (!entry)
             return;
         panelDragEnded(entry->panel.get(), drop);
         if (!find(entry->panel.get()))
             bury(entry);
+        else
+            slideBack(*entry->panel, preview);
     };
     return actions;
 }

@@ -60,6 +60,8 @@ public:
     void panelDragEnded(const CapturePanel* panel, Drop drop);
 
 private:
+    // Shows that a drag which nobody took has come back.
+    void slideBack(CapturePanel& panel, const DragPreview& preview);
     std::shared_ptr<Entry> makeEntry(const Image& image, std::uint32_t displayID, SaveHandler onSave);
     PanelActions actionsFor(const std::weak_ptr<Entry>& entry, const Image& image);
     std::shared_ptr<Entry> find(const CapturePanel* panel) const;

@@ -12,11 +12,11 @@
 namespace marrowfin {
 
 namespace {
-QPixmap previewPixmap(const CardDrag& drag, double density) {
-    const QSize pixels = (drag.previewFrame.size() * density).toSize().expandedTo({1, 1});
-    QImage image = drag.preview.isNull()
+QPixmap previewPixmap(const DragPreview& preview, double density) {
+    const QSize pixels = (preview.frame.size() * density).toSize().expandedTo({1, 1});
+    QImage image = preview.picture.isNull()
                        ? QImage()
-                       : drag.preview.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+                       : preview.picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     image.setDevicePixelRatio(density);
     return QPixmap::fromImage(image);
 }
@@ -41,8 +41,8 @@ Drop runCardDrag(QWidget& source, const CardDrag& drag) {
     auto* data = new QMimeData;
     data->setUrls({QUrl::fromLocalFile(drag.file)});
     session->setMimeData(data);
-    session->setPixmap(previewPixmap(drag, source.devicePixelRatioF()));
-    session->setHotSpot((drag.grip - drag.previewFrame.topLeft()).toPoint());
+    session->setPixmap(previewPixmap(drag.preview, source.devicePixelRatioF()));
+    session->setHotSpot((drag.preview.grip - drag.preview.frame.topLeft()).toPoint());
     return DragRunner::shared().run(*session, source) == Qt::IgnoreAction ? Drop::Cancelled : Drop::Completed;
 }
 

@@ -3,8 +3,6 @@
 
 #include "panel/PanelActions.h"
 
-#include <QImage>
-#include <QRectF>
 #include <QString>
 
 class QDrag;
@@ -14,10 +12,7 @@ namespace marrowfin {
 
 struct CardDrag {
     QString file;
-    QImage preview;
-    // Where the preview is seen now, and where the pointer took hold of it, in the widget.
-    QRectF previewFrame;
-    QPointF grip;
+    DragPreview preview;
 };
 
 // Runs the session to its end. The source may be hidden meanwhile, but must not be destroyed.

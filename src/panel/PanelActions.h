@@ -1,11 +1,22 @@
 // What a card asks of whoever put it up. Views never act themselves.
 #pragma once
 
+#include <QImage>
+#include <QPointF>
+#include <QRectF>
 #include <functional>
 
 namespace marrowfin {
 
 enum class Drop { Cancelled, Completed };
+
+// What the pointer carries: seen on the card in this frame when it was taken hold of at the grip. Points of
+// the card's widget, y down.
+struct DragPreview {
+    QImage picture;
+    QRectF frame;
+    QPointF grip;
+};
 
 struct PanelActions {
     std::function<void()> copy;
@@ -19,7 +30,7 @@ struct PanelActions {
     // The pointer came to the card, or left it.
     std::function<void(bool)> hoverChanged;
     std::function<void()> dragBegan;
-    std::function<void(Drop)> dragEnded;
+    std::function<void(Drop, const DragPreview&)> dragEnded;
 };
 
 } // namespace marrowfin

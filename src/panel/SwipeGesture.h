@@ -4,8 +4,6 @@
 #include <QPointF>
 #include <optional>
 
-class QWheelEvent;
-
 namespace marrowfin {
 
 class SwipeGesture {
@@ -18,22 +16,6 @@ public:
 private:
     QPointF total;
     bool consumed = false;
-};
-
-enum class ScrollPhase { None, Began, Changed };
-
-// Tells where a gesture begins. Window systems that say so are believed; a touchpad without phases begins a
-// gesture after a pause; a mouse wheel has none at all.
-class ScrollPhases {
-public:
-    struct Step {
-        ScrollPhase phase = ScrollPhase::None;
-        QPointF delta;
-    };
-    Step read(const QWheelEvent& event);
-
-private:
-    std::optional<quint64> lastMilliseconds;
 };
 
 } // namespace marrowfin

@@ -12,6 +12,7 @@ class Pasteboard;
 class ScreenAccess;
 class Screens;
 class ScreenSource;
+class ScrollGestures;
 class StatusBar;
 class SurfaceHost;
 
@@ -20,6 +21,7 @@ struct Services {
     ScreenAccess& screenAccess;
     Screens& screens;
     SurfaceHost& surfaceHost;
+    ScrollGestures& scrollGestures;
     HotKeyService& hotKeys;
     Pasteboard& pasteboard;
     StatusBar& statusBar;

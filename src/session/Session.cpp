@@ -77,6 +77,7 @@ platform::Services Session::services() const {
             parts->backend->screenAccess(),
             parts->backend->screens(),
             *parts->surfaceHost,
+            parts->backend->scrollGestures(),
             parts->backend->hotKeys(),
             parts->pasteboard,
             parts->statusBar,

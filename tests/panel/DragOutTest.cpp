@@ -108,6 +108,56 @@ TEST_F(DragOut, ACancelledDragKeepsTheCardAndGivesTheWholeInterval) {
     EXPECT_TRUE(controller().panels().empty());
 }
 
+TEST_F(DragOut, WhatNobodyTookSlidesBackToItsCard) {
+    drags->answer = Qt::IgnoreAction;
+    CapturePanel* panel =
+        presentSettled(capture(440, 280)); // fills the mount: (10, 10, 220, 140) on the card
+    pointAt({900, 500});
+    drag(panel, {10, 0}); // held at (120, 80) of the card
+    ASSERT_NE(panel->previewReturn(), nullptr);
+    const DesktopRect released{QRectF(900 - 110, 500 - 70, 220, 140)};
+    const DesktopRect home{QRectF(24 + 10, 24 + 10, 220, 140)};
+    EXPECT_EQ(panel->previewReturn()->frame(), released);
+    ASSERT_EQ(desktop.surfaceHost.order.size(), 2u);
+    const fake::FakeSurface* flying = desktop.surfaceHost.order.back(); // in front of its card
+    EXPECT_TRUE(flying->traits.passesClicks);
+    EXPECT_EQ(flying->traits.keyboard, platform::SurfaceKeyboard::None);
+    EXPECT_EQ(flying->widget->grab().toImage().pixelColor(110, 70), QColor(40, 120, 200));
+    pass(PreviewReturn::seconds / 2);
+    EXPECT_NEAR(flying->frame().rect.x(), (released.rect.x() + home.rect.x()) / 2, 20);
+    EXPECT_NEAR(flying->frame().rect.y(), (released.rect.y() + home.rect.y()) / 2, 12);
+    pass(PreviewReturn::seconds / 2 + 0.02);
+    EXPECT_EQ(panel->previewReturn()->frame(), home);
+    EXPECT_EQ(desktop.surfaceHost.order.size(), 1u);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_TRUE(controller().entryFor(panel)->dismissTimer.isRunning());
+}
+
+TEST_F(DragOut, WhatSlidesBackGoesWithItsCard) {
+    drags->answer = Qt::IgnoreAction;
+    CapturePanel* panel = presentSettled();
+    pointAt({900, 500});
+    drag(panel, {10, 0});
+    pass(0.1);
+    controller().dismiss(panel, Animated::No);
+    pass(0);
+    EXPECT_TRUE(desktop.surfaceHost.surfaces.empty());
+    EXPECT_FALSE(chrome::AnimationClock::shared().isRunning());
+}
+
+TEST_F(DragOut, NothingSlidesWithReducedMotionOrAfterADropThatWasTaken) {
+    pointAt({900, 500});
+    CapturePanel* taken = presentSettled();
+    drag(taken, {10, 0});
+    EXPECT_EQ(desktop.surfaceHost.surfaces.size(), 1u); // the card, fading
+    drags->answer = Qt::IgnoreAction;
+    desktop.appearance.setReduceMotion(true);
+    CapturePanel* panel = presentSettled();
+    drag(panel, {10, 0});
+    EXPECT_EQ(panel->previewReturn(), nullptr);
+    EXPECT_EQ(controller().panels().size(), 1u);
+}
+
 TEST_F(DragOut, APointerThatIsElsewhereAfterwardsNoLongerHovers) {
     drags->answer = Qt::IgnoreAction;
     CapturePanel* panel = presentSettled();

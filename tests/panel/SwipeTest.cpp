@@ -1,10 +1,11 @@
 // Two fingers that flick a card away, and a wheel that doesn't.
 #include "panel/PanelFixture.h"
 
-#include <QPointingDevice>
 #include <QWheelEvent>
 
 namespace marrowfin {
+
+using platform::ScrollPhase;
 
 TEST(SwipeGestures, NeedSeventyPointsClearlyAcross) {
     SwipeGesture swipe;
@@ -31,86 +32,70 @@ class Swipe : public PanelFixture {
 protected:
     Swipe() { addDisplay(1, {0, 0, 1440, 900}); }
 
-    // A scroll event on the card as a window system sends it. The delta is what the content would move by.
-    void scroll(CapturePanel* panel, const QPointF& delta, Qt::ScrollPhase phase,
-                const QPointingDevice& device, quint64 milliseconds, bool natural = true) {
-        const QPointF place = onCard(120, 80);
-        QWheelEvent event(place, place, delta.toPoint(), delta.toPoint() * 8, Qt::NoButton, Qt::NoModifier,
-                          phase, natural, Qt::MouseEventNotSynthesized, &device);
-        event.setTimestamp(milliseconds);
-        QApplication::sendEvent(&panel->content(), &event);
+    void fingers(CapturePanel* panel, ScrollPhase phase, const QPointF& delta = {}) {
+        desktop.scrollGestures.play(panel->content(), phase, delta);
     }
     bool isUp(CapturePanel* panel) { return controller().entryFor(panel) != nullptr; }
-
-    const QPointingDevice touchpad{QStringLiteral("touchpad"),
-                                   4711,
-                                   QInputDevice::DeviceType::TouchPad,
-                                   QPointingDevice::PointerType::Finger,
-                                   QInputDevice::Capability::Scroll,
-                                   1,
-                                   3};
-    const QPointingDevice mouse{QStringLiteral("mouse"),
-                                4712,
-                                QInputDevice::DeviceType::Mouse,
-                                QPointingDevice::PointerType::Generic,
-                                QInputDevice::Capability::Scroll,
-                                1,
-                                3};
 };
 
-TEST_F(Swipe, WithPhasesTheCardFliesOffInTheFingersDirection) {
+TEST_F(Swipe, TheCardFliesOffInTheFingersDirection) {
+    for (const int side : {-1, 1}) {
+        CapturePanel* panel = presentSettled();
+        const double x = panel->frame().rect.x();
+        fingers(panel, ScrollPhase::Began, {side * 60.0, 0}); // not counted yet
+        fingers(panel, ScrollPhase::Changed, {side * 40.0, 2});
+        EXPECT_TRUE(isUp(panel));
+        fingers(panel, ScrollPhase::Changed, {side * 40.0, 2});
+        EXPECT_FALSE(isUp(panel));
+        pass(0.19);
+        const double gone = side * (panel->frame().rect.x() - x);
+        EXPECT_GT(gone, 250);
+        EXPECT_LT(gone, 338);
+        pass(0.1);
+        EXPECT_TRUE(desktop.surfaceHost.surfaces.empty());
+    }
+}
+
+TEST_F(Swipe, AnEndedGestureLeavesNothingForTheNext) {
     CapturePanel* panel = presentSettled();
-    const double x = panel->frame().rect.x();
-    scroll(panel, {0, 0}, Qt::ScrollBegin, touchpad, 0);
-    scroll(panel, {-40, 2}, Qt::ScrollUpdate, touchpad, 8);
+    fingers(panel, ScrollPhase::Began);
+    fingers(panel, ScrollPhase::Changed, {69, 0});
+    fingers(panel, ScrollPhase::Ended);
+    fingers(panel, ScrollPhase::Began);
+    fingers(panel, ScrollPhase::Changed, {69, 0});
     EXPECT_TRUE(isUp(panel));
-    scroll(panel, {-40, 2}, Qt::ScrollUpdate, touchpad, 16);
-    EXPECT_FALSE(isUp(panel));
-    pass(0.19);
-    EXPECT_LT(panel->frame().rect.x(), x - 250);
-    EXPECT_GT(panel->frame().rect.x(), x - 338);
+    fingers(panel, ScrollPhase::Ended, {10, 0}); // a step that says that they were lifted is no way of theirs
+    EXPECT_TRUE(isUp(panel));
 }
 
-TEST_F(Swipe, WithoutNaturalScrollingTheFingersStillDecide) {
-    CapturePanel* panel = presentSettled();
-    const double x = panel->frame().rect.x();
-    scroll(panel, {0, 0}, Qt::ScrollBegin, touchpad, 0, false);
-    scroll(panel, {-80, 0}, Qt::ScrollUpdate, touchpad, 8, false);
-    EXPECT_FALSE(isUp(panel));
-    pass(0.19);
-    EXPECT_GT(panel->frame().rect.x(), x + 250);
-}
-
-TEST_F(Swipe, AGestureDismissesOneCardAndItsMomentumNone) {
+TEST_F(Swipe, OneGestureDismissesOneCard) {
     CapturePanel* first = presentSettled();
     CapturePanel* second = presentSettled();
-    scroll(second, {0, 0}, Qt::ScrollBegin, touchpad, 0);
-    scroll(second, {80, 0}, Qt::ScrollUpdate, touchpad, 8);
-    scroll(first, {80, 0}, Qt::ScrollMomentum, touchpad, 16);
+    fingers(second, ScrollPhase::Began);
+    for (int step = 0; step < 4; ++step)
+        fingers(second, ScrollPhase::Changed, {80, 0});
     EXPECT_FALSE(isUp(second));
     EXPECT_TRUE(isUp(first));
 }
 
-TEST_F(Swipe, ATouchpadWithoutPhasesBeginsAfterAPause) {
+TEST_F(Swipe, ACardThatHasGoneListensNoMore) {
     CapturePanel* panel = presentSettled();
-    quint64 time = 1000;
-    scroll(panel, {5, 0}, Qt::NoScrollPhase, touchpad, time);
-    for (int step = 0; step < 8; ++step)
-        scroll(panel, {8, 0}, Qt::NoScrollPhase, touchpad, time += 10); // 64
-    EXPECT_TRUE(isUp(panel));
-    scroll(panel, {5, 0}, Qt::NoScrollPhase, touchpad, time += 400); // rested: from the start
-    for (int step = 0; step < 8; ++step)
-        scroll(panel, {8, 0}, Qt::NoScrollPhase, touchpad, time += 10);
-    EXPECT_TRUE(isUp(panel));
-    scroll(panel, {8, 0}, Qt::NoScrollPhase, touchpad, time += 10); // 72
-    EXPECT_FALSE(isUp(panel));
+    EXPECT_EQ(desktop.scrollGestures.watchCount(), 1);
+    controller().dismiss(panel, Animated::No);
+    pass(0);
+    EXPECT_EQ(desktop.scrollGestures.watchCount(), 0);
 }
 
 TEST_F(Swipe, AMouseWheelDoesNothing) {
     CapturePanel* panel = presentSettled();
-    for (int step = 0; step < 20; ++step)
-        scroll(panel, {15, 0}, Qt::NoScrollPhase, mouse, 1000 + step);
+    const QPointF place = onCard(120, 80);
+    for (int turn = 0; turn < 20; ++turn) {
+        QWheelEvent event(place, place, {15, 0}, {120, 0}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(&panel->content(), &event);
+    }
     EXPECT_TRUE(isUp(panel));
+    EXPECT_EQ(panel->frame().rect.x(), 24 - haloLeft);
 }
 
 } // namespace marrowfin

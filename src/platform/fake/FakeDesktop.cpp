@@ -13,8 +13,8 @@ namespace marrowfin::fake {
 using namespace platform;
 
 FakeDesktop::FakeDesktop() {
-    install({screenSource, screenAccess, screens, surfaceHost, hotKeys, pasteboard, statusBar, opener,
-             folders, appearance});
+    install({screenSource, screenAccess, screens, surfaceHost, scrollGestures, hotKeys, pasteboard, statusBar,
+             opener, folders, appearance});
 }
 
 FakeDesktop::~FakeDesktop() {

@@ -8,6 +8,7 @@
 
 #include "platform/Services.h"
 #include "platform/fake/FakeScreenSource.h"
+#include "platform/fake/FakeScrollGestures.h"
 #include "platform/fake/FakeServices.h"
 #include "platform/fake/FakeSurfaceHost.h"
 
@@ -24,6 +25,7 @@ public:
     FakeScreenAccess screenAccess;
     FakeScreens screens;
     FakeSurfaceHost surfaceHost;
+    FakeScrollGestures scrollGestures;
     FakeHotKeys hotKeys;
     FakePasteboard pasteboard;
     FakeStatusBar statusBar;

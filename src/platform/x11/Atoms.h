@@ -41,6 +41,9 @@ enum class Atom : std::size_t {
     WmState,
     WmProtocols,
     WmTakeFocus,
+    XiTouchpad,
+    LibinputNaturalScrolling,
+    SynapticsScrollingDistance,
     Count,
 };
 
@@ -78,6 +81,9 @@ constexpr std::array<const char*, static_cast<std::size_t>(Atom::Count)> atomNam
     "WM_STATE",
     "WM_PROTOCOLS",
     "WM_TAKE_FOCUS",
+    "TOUCHPAD",
+    "libinput Natural Scrolling Enabled",
+    "Synaptics Scrolling Distance",
 };
 
 } // namespace marrowfin::x11

@@ -6,13 +6,15 @@
 #include "platform/x11/X11ScreenAccess.h"
 #include "platform/x11/X11ScreenSource.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11ScrollGestures.h"
 
 namespace marrowfin::x11 {
 
 struct X11Backend::Parts {
     Parts(std::unique_ptr<Connection> qt, std::function<void()> lastWill)
         : connection(std::move(qt)), loss(connection->raw(), std::move(lastWill)),
-          screens(*connection, board), source(Connection::qtDisplayName(), board), hotKeys(*connection) {}
+          screens(*connection, board), source(Connection::qtDisplayName(), board), hotKeys(*connection),
+          scrollGestures(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;
@@ -21,6 +23,7 @@ struct X11Backend::Parts {
     X11ScreenSource source;
     X11ScreenAccess access;
     X11HotKeys hotKeys;
+    X11ScrollGestures scrollGestures;
 };
 
 Result<std::unique_ptr<X11Backend>> X11Backend::make(std::function<void()> lastWill) {
@@ -45,6 +48,9 @@ platform::ScreenAccess& X11Backend::screenAccess() {
 }
 platform::HotKeyService& X11Backend::hotKeys() {
     return parts->hotKeys;
+}
+platform::ScrollGestures& X11Backend::scrollGestures() {
+    return parts->scrollGestures;
 }
 Connection& X11Backend::connection() {
     return *parts->connection;

@@ -12,6 +12,7 @@ class HotKeyService;
 class ScreenAccess;
 class Screens;
 class ScreenSource;
+class ScrollGestures;
 } // namespace marrowfin::platform
 
 namespace marrowfin::x11 {
@@ -32,6 +33,7 @@ public:
     platform::ScreenSource& screenSource();
     platform::ScreenAccess& screenAccess();
     platform::HotKeyService& hotKeys();
+    platform::ScrollGestures& scrollGestures();
 
     // Qt's connection, for what else places windows on this desktop, and the screens with their native sides.
     Connection& connection();
