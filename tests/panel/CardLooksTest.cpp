@@ -42,8 +42,6 @@ QImage busyDesktop() {
     painter.fillRect(300, 0, 252, 388, QColor(30, 34, 40, 200));
     return pixels;
 }
-
-constexpr test::GoldenTolerance blurred{2, 0.02};
 } // namespace
 
 class CardLooks : public PanelFixture {
@@ -68,7 +66,7 @@ protected:
                             const QImage& behind = QImage()) {
         QImage picture = cardPicture(view, density, behind);
         picture.setDevicePixelRatio(1);
-        EXPECT_TRUE(test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, name, picture, blurred));
+        EXPECT_TRUE(test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, name, picture, test::rounding));
     }
     void useScheme(bool dark) {
         desktop.appearance.setColorScheme(dark ? ColorScheme::Dark : ColorScheme::Light);

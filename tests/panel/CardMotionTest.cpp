@@ -1,4 +1,6 @@
 // The card's movements at stepped times: arrival, lift, recede, rise, countdown, appearance.
+#include "chrome/PoseEffect.h"
+#include "panel/CardPicture.h"
 #include "panel/PanelFixture.h"
 
 #include <cmath>
@@ -16,6 +18,13 @@ protected:
     }
     static double scale(const chrome::Layer& layer) {
         return std::get<QTransform>(layer.presented(Property::Transform)).m11();
+    }
+    // Where bar and caption stand while they come and go.
+    static chrome::Pose pose(const QWidget& view) {
+        return static_cast<const chrome::PoseEffect*>(view.graphicsEffect())->pose();
+    }
+    static const QWidget& captionOf(const CapturePanelContentView& view) {
+        return *view.findChild<CaptionLabel*>();
     }
     // What is left of a displacement on a spring of mass 1.
     static double oscillation(double stiffness, double damping, double t) {
@@ -86,6 +95,40 @@ TEST_F(CardMotion, WithReducedMotionHoverAppliesAtOnce) {
     view.setHovered(true, HoverSource::Program);
     EXPECT_NEAR(scale(view.assemblyLayer()), 1.012, 1e-9);
     EXPECT_NEAR(scale(view.recedeLayer()), 0.6, 1e-9);
+    pass(0.08); // half of a fade that is left
+    for (const QWidget* risen : {static_cast<const QWidget*>(&view.capsuleBar()), &captionOf(view)}) {
+        EXPECT_EQ(pose(*risen).offset, QPointF(0, 0));
+        EXPECT_GT(pose(*risen).opacity, 0.2);
+        EXPECT_LT(pose(*risen).opacity, 0.8);
+    }
+    pass(0.1);
+    EXPECT_EQ(pose(view.capsuleBar()).opacity, 1);
+    view.setHovered(false, HoverSource::Program);
+    EXPECT_EQ(scale(view.recedeLayer()), 1);
+    pass(0.07);
+    EXPECT_EQ(pose(view.capsuleBar()).offset, QPointF(0, -7));
+    EXPECT_GT(pose(view.capsuleBar()).opacity, 0.2);
+    EXPECT_LT(pose(view.capsuleBar()).opacity, 0.8);
+}
+
+TEST_F(CardMotion, LeavingWhileTheBarComesUpTurnsItRoundWhereItStands) {
+    CapturePanelContentView& view = presentSettled()->content();
+    view.setHovered(true, HoverSource::Program);
+    EXPECT_NEAR(pose(view.capsuleBar()).offset.y(), -7, 1e-9);
+    pass(0.05);
+    for (const QWidget* rising : {static_cast<const QWidget*>(&view.capsuleBar()), &captionOf(view)}) {
+        EXPECT_GT(pose(*rising).offset.y(), -6);
+        EXPECT_LT(pose(*rising).offset.y(), -0.5);
+    }
+    const chrome::Pose turning = pose(view.capsuleBar());
+    view.setHovered(false, HoverSource::Program);
+    EXPECT_NEAR(pose(view.capsuleBar()).offset.y(), turning.offset.y(), 1e-9);
+    EXPECT_NEAR(pose(view.capsuleBar()).opacity, turning.opacity, 1e-9);
+    pass(1 / 60.0);
+    EXPECT_LT(pose(view.capsuleBar()).offset.y(), turning.offset.y()); // down from there
+    EXPECT_GT(pose(view.capsuleBar()).offset.y(), turning.offset.y() - 1);
+    pass(0.15);
+    EXPECT_EQ(pose(view.capsuleBar()).opacity, 0);
 }
 
 TEST_F(CardMotion, TheCountdownComesUpAfterTheArrivalAndDrains) {
@@ -151,6 +194,25 @@ TEST_F(CardMotion, AnAppearanceThatChangesIsFollowedAtOnce) {
     desktop.appearance.setColorScheme(ColorScheme::Dark);
     EXPECT_EQ(number(view.softShadow().ambientLayer(), Property::ShadowOpacity), 0.38);
     EXPECT_EQ(number(view.softShadow().contactLayer(), Property::ShadowOpacity), 0.28);
+}
+
+TEST_F(CardMotion, WhileItIsUpACardTurnsDarkWholeAndWithoutAMovement) {
+    SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
+    CapturePanelContentView& turned = presentSettled()->content();
+    turned.setHovered(true, HoverSource::Program); // with its bar and its caption
+    pass(2);
+    const QImage light = cardPicture(turned, 1);
+    desktop.appearance.setColorScheme(ColorScheme::Dark);
+    const QImage dark = cardPicture(turned, 1);
+    EXPECT_FALSE(chrome::AnimationClock::shared().isRunning());
+    EXPECT_NE(dark, light);
+    // As one that was never anything else.
+    CapturePanelContentView& born = presentSettled()->content();
+    born.setHovered(true, HoverSource::Program);
+    pass(2);
+    EXPECT_EQ(dark, cardPicture(born, 1));
+    desktop.appearance.setColorScheme(ColorScheme::Light);
+    EXPECT_EQ(cardPicture(turned, 1), light);
 }
 
 } // namespace marrowfin
