@@ -1,65 +1,23 @@
 // Cards on a real desktop: they take no focus, let clicks beside them through, stand above everything, open
 // an editor by a click, and carry their file into another program.
-#include "base/Shared.h"
-#include "desktop/x11surfaces/Desk.h"
+#include "desktop/panel/CardsTest.h"
 #include "editor/EditorWindowController.h"
-#include "panel/CapturePanelController.h"
-#include "panel/PanelLayout.h"
-#include "platform/Screens.h"
-#include "session/Session.h"
-#include "settings/Defaults.h"
+#include "panel/PreviewReturn.h"
 #include "settings/HintCounters.h"
-#include "settings/SettingsStore.h"
 
-#include <QCoreApplication>
 #include <QProcess>
 #include <QTimer>
 #include <QWidget>
 #include <X11/keysym.h>
-#include <gtest/gtest.h>
 
 namespace marrowfin {
 
 namespace {
 constexpr std::uint32_t windowColor = 0x2040A0;
 
-class CardOnDesktop : public testing::Test {
+class CardOnDesktop : public CardsTest {
 protected:
-    void SetUp() override {
-        auto opened = session::Session::open();
-        ASSERT_TRUE(opened) << qPrintable(opened.error().message);
-        session = std::move(*opened);
-        platform::install(session->services());
-        Defaults::useFile(QString());
-        SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
-        other.movePointer({600, 60});
-    }
-    void TearDown() override {
-        if (!session)
-            return;
-        controller().dismissAll(Animated::No);
-        QCoreApplication::processEvents();
-        SharedObjects::destroyAll();
-        platform::uninstall();
-    }
-
-    CapturePanelController& controller() { return CapturePanelController::shared(); }
     std::size_t opened() { return controller().editors().size(); }
-    CapturePanel* present() {
-        QImage pixels(640, 400, QImage::Format_RGB32);
-        pixels.fill(captureColor);
-        controller().present(Image::captured(pixels), [](const Image&) {});
-        CapturePanel* panel = controller().panels().back();
-        // Until the capture itself is to be seen: then the card has arrived.
-        EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(panel, 120, 90)) == captureColor; }));
-        return panel;
-    }
-    // A place on the card (its own points, y up) as the screen has it; one pixel a point.
-    static QPoint onScreen(const CapturePanel* panel, double x, double y) {
-        const QRectF card = cardFrame(panel->frame()).rect;
-        const double height = platform::services().screens.primaryHeight();
-        return QPointF(card.x() + x, height - card.y() - y).toPoint();
-    }
     // One step every 20 ms from the event loop, so that it also goes on inside a drag's own loop.
     void play(std::vector<std::function<void()>> steps) {
         auto* timer = new QTimer(&player);
@@ -80,9 +38,6 @@ protected:
         return steps;
     }
 
-    const QColor captureColor{200, 60, 30};
-    std::unique_ptr<session::Session> session;
-    desk::OtherProgram other;
     QObject player;
 };
 
@@ -151,13 +106,7 @@ TEST_F(CardOnDesktop, StaysAboveAFullScreenWindowAndOnAnotherWorkspace) {
 }
 
 TEST_F(CardOnDesktop, OfFiveOnlyTheNewestStay) {
-    const std::size_t room = static_cast<std::size_t>([] {
-        const DesktopRect visible = platform::services().screens.screens().front().visibleFrame;
-        int count = 1;
-        while (count < maximumCardsPerDisplay && stackHasRoom(visible, count, cardSize.height()))
-            ++count;
-        return count;
-    }());
+    const auto room = static_cast<std::size_t>(roomOn(platform::services().screens.screens().front()));
     CapturePanel* oldest = present();
     for (int count = 0; count < 4; ++count)
         present();
@@ -202,17 +151,31 @@ TEST_F(CardOnDesktop, ARefusedDropBringsTheCardBack) {
     DropTarget target(QStringLiteral("refuse"), {500, 100, 200, 200});
     bool began = false;
     bool ended = false;
-    auto steps = dragFrom(onScreen(panel, 120, 90), {600, 200});
+    const QPoint held = onScreen(panel, 120, 90);
+    const QPoint released(600, 200);
+    auto steps = dragFrom(held, released);
     steps.emplace_back([&] { began = panel->content().isInDragSession(); });
     for (int pause = 0; pause < 10; ++pause)
         steps.emplace_back([] {});
     steps.emplace_back([&] {
+        chrome::AnimationClock::shared().hold(); // what comes back shall stand where it is looked at
         other.releaseButton();
         ended = true;
     });
     play(std::move(steps));
-    EXPECT_TRUE(desk::waitFor([&] { return ended && !panel->content().isInDragSession(); }));
+    ASSERT_TRUE(desk::waitFor([&] { return ended && !panel->content().isInDragSession(); }));
     EXPECT_TRUE(began);
+    // What was dragged is still seen where nobody took it, in front of the program that refused, then on its
+    // way, and then the card alone.
+    ASSERT_NE(panel->previewReturn(), nullptr);
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(released) == captureColor; }));
+    chrome::AnimationClock::shared().advance(PreviewReturn::seconds / 2);
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(released) != captureColor; }));
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel((released + held) / 2) == captureColor; }));
+    chrome::AnimationClock::shared().advance(PreviewReturn::seconds);
+    EXPECT_TRUE(desk::waitFor([&] { return other.pixel((released + held) / 2) != captureColor; }));
+    EXPECT_FALSE(panel->previewReturn()->isUnderWay());
+    EXPECT_EQ(other.pixel(held), captureColor);
     EXPECT_EQ(controller().panels().size(), 1u);
     EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 0);
     EXPECT_EQ(opened(), 0u);

@@ -1,0 +1,71 @@
+// Cards on the session's own desktop, seen by another program: its clock stands only where a test stops it.
+// Points of a card are its own (y up), those of the screen native pixels.
+#pragma once
+
+#include "base/Shared.h"
+#include "desktop/x11surfaces/Desk.h"
+#include "panel/CapturePanelController.h"
+#include "panel/PanelLayout.h"
+#include "platform/Screens.h"
+#include "session/Session.h"
+#include "settings/Defaults.h"
+#include "settings/SettingsStore.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <gtest/gtest.h>
+
+namespace marrowfin {
+
+class CardsTest : public testing::Test {
+protected:
+    void SetUp() override {
+        auto opened = session::Session::open();
+        ASSERT_TRUE(opened) << qPrintable(opened.error().message);
+        session = std::move(*opened);
+        platform::install(session->services());
+        Defaults::useFile(QString());
+        SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
+        other.movePointer({600, 60});
+    }
+    void TearDown() override {
+        if (!session)
+            return;
+        controller().dismissAll(Animated::No);
+        QCoreApplication::processEvents();
+        SharedObjects::destroyAll();
+        platform::uninstall();
+    }
+
+    CapturePanelController& controller() { return CapturePanelController::shared(); }
+    CapturePanel* present() {
+        QImage pixels(640, 400, QImage::Format_RGB32);
+        pixels.fill(captureColor);
+        controller().present(Image::captured(pixels), [](const Image&) {});
+        CapturePanel* panel = controller().panels().back();
+        // Until the capture itself is to be seen: then the card has arrived.
+        EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(panel, 120, 90)) == captureColor; }));
+        return panel;
+    }
+    static double scale() { return qGuiApp->devicePixelRatio(); }
+    // A place on the desktop (points, y up) in pixels; every monitor of a lane has one scale.
+    static QPoint onScreen(const QPointF& desktop) {
+        const QPointF down(desktop.x(), platform::services().screens.primaryHeight() - desktop.y());
+        return (down * scale()).toPoint();
+    }
+    static QPoint onScreen(const CapturePanel* panel, double x, double y) {
+        return onScreen(cardFrame(panel->frame()).rect.topLeft() + QPointF(x, y));
+    }
+    static int roomOn(const platform::Screen& screen) {
+        int count = 1;
+        while (count < maximumCardsPerDisplay && stackHasRoom(screen.visibleFrame, count, cardSize.height()))
+            ++count;
+        return count;
+    }
+
+    const QColor captureColor{200, 60, 30};
+    std::unique_ptr<session::Session> session;
+    desk::OtherProgram other;
+};
+
+} // namespace marrowfin
