@@ -1,7 +1,5 @@
 #include "platform/x11/X11ScrollGestures.h"
 
-#include "platform/x11/ScrollDevices.h"
-
 #include <QCoreApplication>
 #include <QPointer>
 #include <QWidget>
@@ -21,7 +19,8 @@ private:
     const std::shared_ptr<Listener> listener;
 };
 
-X11ScrollGestures::X11ScrollGestures(const Connection& connection) : connection(connection) {
+X11ScrollGestures::X11ScrollGestures(const Connection& connection, DeviceReader readDevices)
+    : connection(connection), readDevices(readDevices) {
     const xcb_query_extension_reply_t* data = xcb_get_extension_data(connection.raw(), &xcb_input_id);
     if (!data || !data->present)
         return;
@@ -70,7 +69,7 @@ void X11ScrollGestures::moved(const xcb_ge_generic_event_t& event) {
     if (listeners.empty())
         return;
     if (std::exchange(devicesAreStale, false))
-        scrolling.setDevices(readScrollDevices(connection));
+        scrolling.setDevices(readDevices(connection));
     const auto& motion = reinterpret_cast<const xcb_input_motion_event_t&>(event);
     if (const auto step = scrolling.read(axisPositionsOf(motion)))
         tell(motion.event, *step);

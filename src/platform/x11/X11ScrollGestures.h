@@ -3,8 +3,7 @@
 // it.
 #pragma once
 
-#include "platform/x11/Connection.h"
-#include "platform/x11/TouchpadScrolling.h"
+#include "platform/x11/ScrollDevices.h"
 
 #include <QAbstractNativeEventFilter>
 #include <memory>
@@ -13,8 +12,9 @@ namespace marrowfin::x11 {
 
 class X11ScrollGestures final : public platform::ScrollGestures, private QAbstractNativeEventFilter {
 public:
-    // The connection is Qt's.
-    explicit X11ScrollGestures(const Connection& connection);
+    using DeviceReader = std::vector<ScrollDevice> (*)(const Connection&);
+    // The connection is Qt's. A test has devices that its server lacks.
+    explicit X11ScrollGestures(const Connection& connection, DeviceReader readDevices = &readScrollDevices);
     ~X11ScrollGestures() override;
 
     std::unique_ptr<platform::ScrollWatch> watch(QWidget& widget, Handler handler) override;
@@ -28,6 +28,7 @@ private:
     void tell(xcb_window_t window, const platform::ScrollStep& step);
 
     const Connection& connection;
+    const DeviceReader readDevices;
     std::uint8_t opcode = 0;
     TouchpadScrolling scrolling;
     // Asked again with the next movement: one came, went, or its settings changed.
