@@ -62,47 +62,61 @@ protected:
         view->startCountdown(15);
         return view;
     }
+    // As under the pointer: its countdown has stopped.
+    void hover(CapturePanelContentView& view) {
+        view.setHovered(true, HoverSource::Program);
+        view.freezeCountdown();
+        pass(2);
+    }
     static void expectLooks(CapturePanelContentView& view, const QString& name, double density,
                             const QImage& behind = QImage()) {
         QImage picture = cardPicture(view, density, behind);
         picture.setDevicePixelRatio(1);
         EXPECT_TRUE(test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, name, picture, test::rounding));
     }
-    void useScheme(bool dark) {
-        desktop.appearance.setColorScheme(dark ? ColorScheme::Dark : ColorScheme::Light);
-    }
 };
 
-TEST_F(CardLooks, EveryShapeRestedAndHovered) {
+struct Look {
+    ColorScheme scheme;
+    double density;
+    QString name() const {
+        return QStringLiteral("%1-%2x")
+            .arg(scheme == ColorScheme::Dark ? QStringLiteral("dark") : QStringLiteral("light"))
+            .arg(density);
+    }
+};
+class CardLooksIn : public CardLooks, public testing::WithParamInterface<Look> {
+protected:
+    CardLooksIn() { desktop.appearance.setColorScheme(GetParam().scheme); }
+    void expectLooksLike(CapturePanelContentView& view, const QString& what) {
+        expectLooks(view, what + QLatin1Char('-') + GetParam().name(), GetParam().density, busyDesktop());
+    }
+};
+INSTANTIATE_TEST_SUITE_P(EachLook, CardLooksIn,
+                         testing::Values(Look{ColorScheme::Light, 1}, Look{ColorScheme::Light, 2},
+                                         Look{ColorScheme::Dark, 1}, Look{ColorScheme::Dark, 2}));
+
+TEST_P(CardLooksIn, EveryShapeArrivingRestedAndHovered) {
     const std::vector<std::pair<QString, QSize>> shapes{{QStringLiteral("wide"), {3000, 500}},
                                                         {QStringLiteral("tall"), {300, 1400}},
                                                         {QStringLiteral("tiny"), {40, 30}},
                                                         {QStringLiteral("equal"), {1100, 700}}};
-    for (const bool dark : {false, true}) {
-        useScheme(dark);
-        for (const auto& [shape, size] : shapes) {
-            const QString name = shape + (dark ? QStringLiteral("-dark") : QStringLiteral("-light"));
-            const auto view = card(sample(size.width(), size.height()));
-            pass(3);
-            expectLooks(*view, name + QStringLiteral("-rested"), 2, busyDesktop());
-            view->setHovered(true, HoverSource::Program);
-            pass(2);
-            expectLooks(*view, name + QStringLiteral("-hovered"), 2, busyDesktop());
-        }
+    for (const auto& [shape, size] : shapes) {
+        const auto view = card(sample(size.width(), size.height()));
+        pass(9 / 60.0);
+        expectLooksLike(*view, shape + QStringLiteral("-arriving"));
+        pass(3);
+        expectLooksLike(*view, shape + QStringLiteral("-rested"));
+        hover(*view);
+        expectLooksLike(*view, shape + QStringLiteral("-hovered"));
     }
 }
 
-TEST_F(CardLooks, AtDensityOne) {
-    for (const bool dark : {false, true}) {
-        useScheme(dark);
-        const QString name = dark ? QStringLiteral("one-dark") : QStringLiteral("one-light");
-        const auto view = card(sample(1600, 1000), true);
-        pass(3);
-        expectLooks(*view, name + QStringLiteral("-rested"), 1, busyDesktop());
-        view->setHovered(true, HoverSource::Program);
-        pass(2);
-        expectLooks(*view, name + QStringLiteral("-hovered-hint"), 1, busyDesktop());
-    }
+TEST_P(CardLooksIn, WithTheHint) {
+    const auto view = card(sample(1600, 1000), true);
+    pass(3);
+    hover(*view);
+    expectLooksLike(*view, QStringLiteral("equal-hint"));
 }
 
 TEST_F(CardLooks, WhileItArrives) {

@@ -1,7 +1,9 @@
 // What a card held is free when it has gone, whichever way it went: its window, its views, its two renders,
 // and the capture when nobody else holds it. Counted by owners, not by memory.
+#include "editor/EditorWindowController.h"
 #include "panel/CardDrag.h"
 #include "panel/PanelFixture.h"
+#include "pin/PinManager.h"
 
 #include <QDrag>
 #include <QPointer>
@@ -91,7 +93,18 @@ TEST_F(Freed, WhicheverWayACardLeaves) {
         desktop.pasteboard.image.reset(); // another program's, by then
         controller().dismiss(panel, Animated::Yes);
     });
-    expectFreed("opened", [&](CapturePanel* panel) { clickAt(panel->content(), onCard(120, 80)); });
+    expectFreed("opened", [&](CapturePanel* panel) {
+        clickAt(panel->content(), onCard(120, 80));
+        ASSERT_EQ(controller().editors().size(), 1u);
+        const std::weak_ptr<EditorWindowController> editor = controller().editors()[0];
+        editor.lock()->window()->close();
+        EXPECT_TRUE(fake::waitUntil([&] { return editor.expired(); }));
+    });
+    expectFreed("pinned", [&](CapturePanel* panel) {
+        button(panel->content(), QStringLiteral("Pin"))->click();
+        ASSERT_EQ(PinManager::shared().pinnedWindows().size(), 1u);
+        PinManager::shared().close(PinManager::shared().pinnedWindows()[0].get());
+    });
     expectFreed("taken by the window system",
                 [&](CapturePanel* panel) { desktop.surfaceHost.surfaceOf(&panel->content())->takeAway(); });
 }
