@@ -38,6 +38,39 @@ protected:
         return steps;
     }
 
+    // Drags the card to a place where nobody takes it. The time stands still from then on, so that what comes
+    // back stands where it is looked at.
+    void expectSlidesBack(CapturePanel* panel, const QPoint& released) {
+        const QPoint held = onScreen(panel, 120, 90);
+        bool began = false;
+        bool ended = false;
+        auto steps = dragFrom(held, released);
+        steps.emplace_back([&] { began = panel->content().isInDragSession(); });
+        for (int pause = 0; pause < 10; ++pause)
+            steps.emplace_back([] {});
+        steps.emplace_back([&] {
+            chrome::AnimationClock::shared().hold();
+            other.releaseButton();
+            ended = true;
+        });
+        play(std::move(steps));
+        ASSERT_TRUE(desk::waitFor([&] { return ended && !panel->content().isInDragSession(); }));
+        EXPECT_TRUE(began);
+        ASSERT_NE(panel->previewReturn(), nullptr);
+        // Still where it was let go, in front of whoever refused it; then on its way; then the card alone.
+        EXPECT_TRUE(desk::waitFor([&] { return other.pixel(released) == captureColor; }));
+        chrome::AnimationClock::shared().advance(PreviewReturn::seconds / 2);
+        EXPECT_TRUE(desk::waitFor([&] { return other.pixel(released) != captureColor; }));
+        EXPECT_TRUE(desk::waitFor([&] { return other.pixel((released + held) / 2) == captureColor; }));
+        chrome::AnimationClock::shared().advance(PreviewReturn::seconds);
+        EXPECT_TRUE(desk::waitFor([&] { return other.pixel((released + held) / 2) != captureColor; }));
+        EXPECT_FALSE(panel->previewReturn()->isUnderWay());
+        EXPECT_EQ(other.pixel(held), captureColor);
+        EXPECT_EQ(controller().panels().size(), 1u);
+        EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 0);
+        EXPECT_EQ(opened(), 0u);
+    }
+
     QObject player;
 };
 
@@ -87,8 +120,15 @@ TEST_F(CardOnDesktop, StandsInTheCornerThatPanelsLeaveFree) {
 TEST_F(CardOnDesktop, ItsHaloLetsClicksThrough) {
     other.open({0, 0, 3000, 2000}, windowColor, desk::Repaint::ByServer, desk::Management::Unmanaged);
     CapturePanel* panel = present();
-    other.click(onScreen(panel, -9, 80));
-    EXPECT_TRUE(desk::waitFor([&] { return other.buttonPresses() == 1; }));
+    // Beside the card, and in the window's four corners.
+    int clicks = 0;
+    for (const QPointF place :
+         {QPointF(-9, 80), QPointF(-16, 170), QPointF(256, 170), QPointF(-16, -20), QPointF(256, -20)}) {
+        other.click(onScreen(panel, place.x(), place.y()));
+        ++clicks;
+        EXPECT_TRUE(desk::waitFor([&] { return other.buttonPresses() == clicks; }))
+            << place.x() << ", " << place.y();
+    }
     EXPECT_EQ(opened(), 0u);
     EXPECT_EQ(controller().panels().size(), 1u);
 }
@@ -149,36 +189,18 @@ TEST_F(CardOnDesktop, IsDraggedIntoAnotherProgramAsAFile) {
 TEST_F(CardOnDesktop, ARefusedDropBringsTheCardBack) {
     CapturePanel* panel = present();
     DropTarget target(QStringLiteral("refuse"), {500, 100, 200, 200});
-    bool began = false;
-    bool ended = false;
-    const QPoint held = onScreen(panel, 120, 90);
-    const QPoint released(600, 200);
-    auto steps = dragFrom(held, released);
-    steps.emplace_back([&] { began = panel->content().isInDragSession(); });
-    for (int pause = 0; pause < 10; ++pause)
-        steps.emplace_back([] {});
-    steps.emplace_back([&] {
-        chrome::AnimationClock::shared().hold(); // what comes back shall stand where it is looked at
-        other.releaseButton();
-        ended = true;
-    });
-    play(std::move(steps));
-    ASSERT_TRUE(desk::waitFor([&] { return ended && !panel->content().isInDragSession(); }));
-    EXPECT_TRUE(began);
-    // What was dragged is still seen where nobody took it, in front of the program that refused, then on its
-    // way, and then the card alone.
-    ASSERT_NE(panel->previewReturn(), nullptr);
-    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(released) == captureColor; }));
-    chrome::AnimationClock::shared().advance(PreviewReturn::seconds / 2);
-    EXPECT_TRUE(desk::waitFor([&] { return other.pixel(released) != captureColor; }));
-    EXPECT_TRUE(desk::waitFor([&] { return other.pixel((released + held) / 2) == captureColor; }));
-    chrome::AnimationClock::shared().advance(PreviewReturn::seconds);
-    EXPECT_TRUE(desk::waitFor([&] { return other.pixel((released + held) / 2) != captureColor; }));
-    EXPECT_FALSE(panel->previewReturn()->isUnderWay());
-    EXPECT_EQ(other.pixel(held), captureColor);
+    expectSlidesBack(panel, {600, 200});
+    EXPECT_FALSE(target.said().contains("640x400"));
+}
+
+TEST_F(CardOnDesktop, ADragLetGoOverTheDesktopBringsTheCardBackForItsWholeTime) {
+    SettingsStore::shared().setPanelAutoClose(PanelAutoClose::oneMinute);
+    CapturePanel* panel = present();
+    expectSlidesBack(panel, {700, 300});
+    chrome::AnimationClock::shared().advance(58);
     EXPECT_EQ(controller().panels().size(), 1u);
-    EXPECT_EQ(HintCounters().panelCompletedDragOuts(), 0);
-    EXPECT_EQ(opened(), 0u);
+    chrome::AnimationClock::shared().advance(2);
+    EXPECT_TRUE(controller().panels().empty());
 }
 
 TEST_F(CardOnDesktop, EscapeCancelsADragAtOnce) {
