@@ -97,6 +97,11 @@ void askWhereToSave(const Image& image, QWidget* view, std::function<void(const 
         {QStringLiteral("PNG image (*.png)"), QStringLiteral("JPEG image (*.jpg *.jpeg)")});
     dialog->setDefaultSuffix(QStringLiteral("png"));
     dialog->selectFile(QStringLiteral("Marrowfin-%1.png").arg(Clock::now().toSecsSinceEpoch()));
+    // For a name that is typed without an ending; one that has an ending is changed by the dialog.
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString& filter) {
+        const bool png = filter == dialog->nameFilters().first();
+        dialog->setDefaultSuffix(png ? QStringLiteral("png") : QStringLiteral("jpg"));
+    });
     QObject::connect(
         dialog, &QFileDialog::fileSelected, dialog,
         [image, written = std::move(written)](const QString& path) { write(image, path, written); });
