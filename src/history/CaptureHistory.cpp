@@ -118,10 +118,10 @@ std::optional<qint64> CaptureHistory::birthTime(const QString& path) {
 }
 
 std::optional<QString> CaptureHistory::write(const Image& image) const {
-    const QString path = folder + u'/' + makeCaptureName(Clock::now()).fileName();
     const QByteArray bytes = image.png();
     if (bytes.isEmpty())
         return std::nullopt;
+    const QString path = folder + u'/' + makeCaptureName(Clock::now()).fileName();
     if (const Result<void> written = writeFileAtomically(path, bytes, FileAppears::OnceWritten); !written) {
         printLine(QStringLiteral("Failed to save history: ") + written.error().message);
         return std::nullopt;
