@@ -63,7 +63,7 @@ Result<std::unique_ptr<Session>> Session::open() {
     Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make();
     if (!backend)
         return tl::unexpected(backend.error());
-    Result<std::unique_ptr<platform::SurfaceHost>> surfaceHost = x11::makeSurfaceHost();
+    Result<std::unique_ptr<platform::SurfaceHost>> surfaceHost = x11::makeSurfaceHost((*backend)->grabs());
     if (!surfaceHost)
         return tl::unexpected(surfaceHost.error());
     parts->backend = std::move(*backend);

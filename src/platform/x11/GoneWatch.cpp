@@ -89,27 +89,6 @@ public:
         });
     }
 
-    QImage grab(const QRect& wanted) {
-        if (!connect())
-            return {};
-        const auto root = connection->reply(xcb_get_geometry_reply,
-                                            xcb_get_geometry(connection->raw(), connection->root()));
-        if (!root)
-            return {};
-        const QRect part = wanted.intersected(QRect(0, 0, root->width, root->height));
-        const auto pixels = image(part);
-        if (!pixels)
-            return {};
-        QImage still(wanted.size(), QImage::Format_RGB32);
-        still.fill(Qt::black);
-        const std::uint8_t* from = xcb_get_image_data(pixels.get());
-        const auto stride = static_cast<std::size_t>(part.width()) * 4;
-        for (int y = 0; y < part.height(); ++y)
-            std::memcpy(still.scanLine(y + part.y() - wanted.y()) + (part.x() - wanted.x()) * 4,
-                        from + static_cast<std::size_t>(y) * stride, stride);
-        return still;
-    }
-
 private:
     enum class Sight { Not, Plain, Unknown };
 
@@ -251,13 +230,6 @@ void GoneWatch::whenUnmapped(xcb_window_t window, std::function<void()> done) {
         eyes->watchUnmapped(window);
         postToMain(done);
     });
-}
-
-QImage GoneWatch::grab(const QRect& native) {
-    qt.sync();
-    QImage still;
-    queue.sync([&] { still = eyes->grab(native); });
-    return still;
 }
 
 } // namespace marrowfin::x11

@@ -11,7 +11,6 @@
 #include "base/SerialQueue.h"
 #include "platform/x11/Connection.h"
 
-#include <QImage>
 #include <QObject>
 #include <functional>
 #include <memory>
@@ -32,9 +31,6 @@ public:
     void waitShown();
     // Calls back from the event loop once the window is off the screen or destroyed.
     void whenUnmapped(xcb_window_t window, std::function<void()> done);
-    // What the screen shows now, after everything asked for on Qt's connection so far. Null when it can't be
-    // read.
-    QImage grab(const QRect& native);
 
 private:
     class Eyes;

@@ -16,8 +16,9 @@ constexpr std::chrono::seconds remembered(3);
 
 } // namespace
 
-SurfaceContext::SurfaceContext(std::unique_ptr<Connection> connection)
-    : qt(std::move(connection)), compositor(*qt), contents(*qt), focus(*qt), gone(*qt) {}
+SurfaceContext::SurfaceContext(std::unique_ptr<Connection> connection, std::shared_ptr<GrabLink> link)
+    : qt(std::move(connection)), compositor(*qt), contents(*qt), focus(*qt), gone(*qt),
+      grabs(std::move(link)) {}
 
 void SurfaceContext::add(X11Surface& surface) {
     surfaces.push_back(&surface);
@@ -54,6 +55,18 @@ void SurfaceContext::restack(platform::SurfaceLevel from) {
         if (menu && menu->isVisible())
             raise(*qt, windowOf(menu));
     }
+}
+
+QImage SurfaceContext::still(const QRect& native) {
+    qt->sync();
+    QImage picture;
+    grabs->queue().sync([&] {
+        const auto grabbed = grabs->grabber().and_then(
+            [&](Grabber* grabber) { return grabber->grabScreen(native, WithCursor::No); });
+        if (grabbed)
+            picture = *grabbed;
+    });
+    return picture;
 }
 
 void SurfaceContext::appears(xcb_window_t window) {

@@ -7,6 +7,7 @@
 #include "platform/x11/ContentsKeeper.h"
 #include "platform/x11/FocusLoans.h"
 #include "platform/x11/GoneWatch.h"
+#include "platform/x11/GrabLink.h"
 
 #include <QPointer>
 #include <chrono>
@@ -25,7 +26,7 @@ enum class SeenGone { Yes, NotYet };
 
 class SurfaceContext {
 public:
-    explicit SurfaceContext(std::unique_ptr<Connection> qt);
+    SurfaceContext(std::unique_ptr<Connection> qt, std::shared_ptr<GrabLink> grabs);
 
     const std::unique_ptr<Connection> qt;
     CompositorWatch compositor;
@@ -38,6 +39,10 @@ public:
     void remove(X11Surface& surface);
     void bringToFront(X11Surface& surface);
     void add(QMenu& menu);
+
+    // What the screen shows now, after everything asked for on Qt's connection so far. Null when it can't be
+    // read.
+    QImage still(const QRect& native);
 
     // A window of ours is about to be mapped, perhaps one that had vanished.
     void appears(xcb_window_t window);
@@ -52,6 +57,7 @@ public:
 private:
     void restack(platform::SurfaceLevel from);
 
+    const std::shared_ptr<GrabLink> grabs;
     std::vector<X11Surface*> surfaces; // in the order of coming to the front
     std::vector<QPointer<QMenu>> menus;
     int departing = 0;

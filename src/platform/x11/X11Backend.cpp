@@ -13,13 +13,15 @@ namespace marrowfin::x11 {
 struct X11Backend::Parts {
     Parts(std::unique_ptr<Connection> qt, std::function<void()> lastWill)
         : connection(std::move(qt)), loss(connection->raw(), std::move(lastWill)),
-          screens(*connection, board), source(Connection::qtDisplayName(), board), hotKeys(*connection),
-          scrollGestures(*connection) {}
+          screens(*connection, board),
+          grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)), source(grabs),
+          hotKeys(*connection), scrollGestures(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;
     std::shared_ptr<LayoutBoard> board = std::make_shared<LayoutBoard>();
     X11Screens screens;
+    std::shared_ptr<GrabLink> grabs;
     X11ScreenSource source;
     X11ScreenAccess access;
     X11HotKeys hotKeys;
@@ -57,6 +59,9 @@ Connection& X11Backend::connection() {
 }
 X11Screens& X11Backend::nativeScreens() {
     return parts->screens;
+}
+std::shared_ptr<GrabLink> X11Backend::grabs() {
+    return parts->grabs;
 }
 
 } // namespace marrowfin::x11

@@ -18,6 +18,7 @@ class ScrollGestures;
 namespace marrowfin::x11 {
 
 class Connection;
+class GrabLink;
 class X11Screens;
 
 class X11Backend {
@@ -38,6 +39,8 @@ public:
     // Qt's connection, for what else places windows on this desktop, and the screens with their native sides.
     Connection& connection();
     X11Screens& nativeScreens();
+    // What captures are read with.
+    std::shared_ptr<GrabLink> grabs();
 
 private:
     struct Parts;

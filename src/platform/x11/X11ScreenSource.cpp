@@ -30,8 +30,7 @@ Result<ShareableContent> readContent(GrabLink& link) {
 
 } // namespace
 
-X11ScreenSource::X11ScreenSource(const QByteArray& displayName, std::shared_ptr<LayoutBoard> board)
-    : link(std::make_shared<GrabLink>(displayName, std::move(board))) {
+X11ScreenSource::X11ScreenSource(std::shared_ptr<GrabLink> given) : link(std::move(given)) {
     link->queue().async([link = link.get()] {
         if (const auto grabber = link->grabber())
             (*grabber)->warmUp();

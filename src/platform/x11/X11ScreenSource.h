@@ -10,7 +10,7 @@ namespace marrowfin::x11 {
 class X11ScreenSource final : public platform::ScreenSource {
 public:
     // Connects in the background, so that the first capture finds the connection ready.
-    X11ScreenSource(const QByteArray& displayName, std::shared_ptr<LayoutBoard> board);
+    explicit X11ScreenSource(std::shared_ptr<GrabLink> link);
 
     Outcome<platform::ShareableContent> content() override;
     std::shared_ptr<platform::ScreenStream>

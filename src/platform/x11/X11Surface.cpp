@@ -192,7 +192,7 @@ void X11Surface::takeInput() {
 
 void X11Surface::takeStill() {
     stillFrame = nativeFrame(*widget);
-    still = context->gone.grab(stillFrame);
+    still = context->still(stillFrame);
 }
 
 void X11Surface::orderOut() {

@@ -12,8 +12,8 @@ namespace {
 
 class X11SurfaceHost final : public platform::SurfaceHost {
 public:
-    explicit X11SurfaceHost(std::unique_ptr<Connection> qt)
-        : context(std::make_shared<SurfaceContext>(std::move(qt))) {}
+    X11SurfaceHost(std::unique_ptr<Connection> qt, std::shared_ptr<GrabLink> grabs)
+        : context(std::make_shared<SurfaceContext>(std::move(qt), std::move(grabs))) {}
 
     std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& traits) override {
         return std::make_unique<X11Surface>(context, widget, traits);
@@ -33,11 +33,11 @@ private:
 
 } // namespace
 
-Result<std::unique_ptr<platform::SurfaceHost>> makeSurfaceHost() {
+Result<std::unique_ptr<platform::SurfaceHost>> makeSurfaceHost(std::shared_ptr<GrabLink> grabs) {
     auto qt = Connection::adoptQt();
     if (!qt)
         return tl::unexpected(qt.error());
-    return std::make_unique<X11SurfaceHost>(std::move(*qt));
+    return std::make_unique<X11SurfaceHost>(std::move(*qt), std::move(grabs));
 }
 
 } // namespace marrowfin::x11

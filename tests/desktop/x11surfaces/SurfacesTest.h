@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desktop/x11surfaces/Desk.h"
+#include "platform/x11/GrabLink.h"
 #include "platform/x11/X11SurfaceHost.h"
 
 #include <QGuiApplication>
@@ -45,7 +46,8 @@ private:
 class SurfacesTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        auto made = x11::makeSurfaceHost();
+        auto made = x11::makeSurfaceHost(std::make_shared<x11::GrabLink>(
+            x11::Connection::qtDisplayName(), std::make_shared<x11::LayoutBoard>()));
         ASSERT_TRUE(made);
         host = std::move(*made);
     }
