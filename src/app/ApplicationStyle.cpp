@@ -29,7 +29,7 @@ QPalette applicationPalette(ColorScheme scheme) {
     const QColor dimmed = over(window, systemColor(SystemColor::secondaryLabel, scheme));
     QPalette palette(label, dark ? QColor(64, 64, 64) : QColor(240, 240, 240), window.lighter(),
                      window.darker(), window.darker(120), label, label, base, window);
-    palette.setColor(QPalette::Highlight, systemColor(SystemColor::controlAccent, scheme));
+    palette.setColor(QPalette::Highlight, systemColor(SystemColor::accentGround, scheme));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::PlaceholderText, dimmed);
     palette.setColor(QPalette::ToolTipBase, window);

@@ -32,6 +32,8 @@ QColor systemColor(SystemColor name, ColorScheme scheme) {
         return either(QColor(0, 0, 0, 77), QColor(255, 255, 255, 77));
     case SystemColor::controlAccent:
         return either(QColor(0, 122, 255), QColor(10, 132, 255));
+    case SystemColor::accentGround:
+        return either(QColor(0, 95, 222), QColor(0, 96, 226));
     case SystemColor::windowBackground:
         return either(QColor(246, 246, 246), QColor(40, 40, 40));
     case SystemColor::separator:

@@ -22,6 +22,7 @@ enum class SystemColor {
     tertiaryLabel,  // tertiaryLabelColor
     controlText,    // controlTextColor
     controlAccent,  // controlAccentColor
+    accentGround,   // the accent, dark enough for white text on it, also when it is lit up a little
     windowBackground,
     separator,
     underPageBackground, // what an image is shown on

@@ -18,7 +18,7 @@ QSize EditorChipButton::sizeHint() const {
 
 QColor EditorChipButton::wantedBackground() const {
     if (isCurrent())
-        return color(SystemColor::controlAccent);
+        return color(SystemColor::accentGround);
     return isHovering() ? labelColor(0.12) : Qt::transparent;
 }
 

@@ -12,7 +12,7 @@ EditorGlyphButton::EditorGlyphButton(const QString& symbol, const QString& toolT
 
 QColor EditorGlyphButton::wantedBackground() const {
     if (isSelectedTool())
-        return color(SystemColor::controlAccent);
+        return color(SystemColor::accentGround);
     return isHovering() ? labelColor(0.12) : Qt::transparent;
 }
 

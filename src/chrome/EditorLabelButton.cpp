@@ -43,7 +43,7 @@ void EditorLabelButton::fitToHeight(double height) {
 QColor EditorLabelButton::wantedBackground() const {
     if (!isProminent())
         return labelColor(isHovering() ? 0.12 : 0.05);
-    const QColor accent = color(SystemColor::controlAccent);
+    const QColor accent = color(SystemColor::accentGround);
     return isHovering() ? blendedTowardWhite(accent, 0.12F) : accent;
 }
 

@@ -4,6 +4,7 @@
 #include "chrome/GradientLayer.h"
 #include "chrome/Place.h"
 #include "chrome/ShapeLayer.h"
+#include "chrome/SlabBackdrop.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
@@ -24,7 +25,7 @@ QColor withAlpha(QColor color, float alpha) {
 class EditorSlabView::RimHost : public ChromePassthroughView {
 public:
     explicit RimHost(QWidget* parent) : ChromePassthroughView(parent), layers(*this) {}
-    LayerHost layers;
+    StillLayers layers;
 
 protected:
     void paintEvent(QPaintEvent* event) override {
@@ -60,6 +61,7 @@ void EditorSlabView::applyAppearance() {
     const bool dark = scheme == ColorScheme::Dark;
     rimLight.setColors(withAlpha(Qt::white, dark ? 0.38F : 0.22F), withAlpha(Qt::white, 0));
     ring.setStrokeColor(dark ? withAlpha(Qt::white, 0.14F) : withAlpha(Qt::black, 0.10F));
+    rimHost->layers.changed();
     if (shadow)
         shadow->setDark(dark);
     update();
@@ -80,19 +82,53 @@ void EditorSlabView::setContentSize(double width, double height, double top, dou
         layer->setFrame(whole);
     ring.setPath(outline);
     rimMask.setPath(outline);
+    rimHost->layers.changed();
     takeShadowAlong();
 }
 
-void EditorSlabView::setBackdrop(QWidget&, std::function<QImage()>) {}
+void EditorSlabView::setBackdrop(QWidget& widget, std::function<void(QPainter&, const QRect& part)> paint) {
+    beneath = &widget;
+    backdrop = std::make_unique<SlabBackdrop>(std::move(paint));
+    update();
+}
 
-void EditorSlabView::backdropChanged(const QRegion&) {}
+void EditorSlabView::backdropChanged(const QRegion& region) {
+    if (!backdrop || !beneath || region.isEmpty())
+        return;
+    const QRect changed = region.boundingRect();
+    backdrop->invalidate(changed);
+    // As far as the blur carries a change, and a cell more because the picture is enlarged smoothly.
+    constexpr int reach = SlabBackdrop::reach + 2 * SlabBackdrop::cell;
+    update(changed.translated(-placeInBackdrop().topLeft()).adjusted(-reach, -reach, reach, reach) & rect());
+}
+
+QRect EditorSlabView::placeInBackdrop() const {
+    return {mapTo(window(), QPoint(0, 0)) - beneath->mapTo(window(), QPoint(0, 0)), size()};
+}
+
+std::optional<QBrush> EditorSlabView::blurBrush() {
+    if (isOverDesktop() || !backdrop || !beneath || beneath->window() != window())
+        return std::nullopt;
+    const QRect here = placeInBackdrop();
+    backdrop->prepare(here, *beneath);
+    const QImage picture = backdrop->picture();
+    if (picture.isNull())
+        return std::nullopt;
+    QBrush brush(picture);
+    const QPoint origin = backdrop->area().topLeft() - here.topLeft();
+    brush.setTransform(
+        QTransform::fromTranslate(origin.x(), origin.y()).scale(SlabBackdrop::cell, SlabBackdrop::cell));
+    return brush;
+}
 
 void EditorSlabView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const auto curve = isOverDesktop() ? CornerCurve::Circular : CornerCurve::Continuous;
-    painter.fillPath(roundedRect(rect(), cornerRadius, curve),
-                     withAlpha(systemColor(SystemColor::windowBackground, scheme), plateAlpha));
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    const QPainterPath plate =
+        roundedRect(rect(), cornerRadius, isOverDesktop() ? CornerCurve::Circular : CornerCurve::Continuous);
+    if (const std::optional<QBrush> blur = blurBrush())
+        painter.fillPath(plate, *blur);
+    painter.fillPath(plate, withAlpha(systemColor(SystemColor::windowBackground, scheme), plateAlpha));
 }
 
 bool EditorSlabView::event(QEvent* event) {

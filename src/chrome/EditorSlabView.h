@@ -8,11 +8,13 @@
 
 #include <QPointer>
 #include <functional>
+#include <optional>
 
 namespace marrowfin::chrome {
 
 class GradientLayer;
 class ShapeLayer;
+class SlabBackdrop;
 
 enum class SlabGround {
     Window,  // floats over a view of its own window
@@ -30,11 +32,11 @@ public:
     // Holds the controls; chrome::place(control, frame) with the content's bottom left as origin.
     QWidget* content() const { return contentView; }
 
-    // Within a window: what the plate shows blurred. `pixels` gives the widget's picture as it was painted
-    // last (opaque, device pixels from its top left corner); the widget lies below the plate in the same
-    // window. Without one the plate is plainly translucent.
-    void setBackdrop(QWidget& widget, std::function<QImage()> pixels);
-    // This part of the backdrop's widget has changed or is about to be painted anew, in its points.
+    // Within a window: what the plate shows blurred, a widget that lies below it. `paint` paints a part of
+    // that widget as it stands, opaque, in a space of its points. Without it the plate is plainly
+    // translucent.
+    void setBackdrop(QWidget& widget, std::function<void(QPainter&, const QRect& part)> paint);
+    // This part of the backdrop's widget has changed, in its points.
     void backdropChanged(const QRegion& region);
 
     double radius() const { return cornerRadius; }
@@ -55,10 +57,16 @@ private:
     class RimHost;
     void applyAppearance();
     void takeShadowAlong();
+    // The plate, in the space of the backdrop's widget.
+    QRect placeInBackdrop() const;
+    // Fills with the blurred backdrop, where there is one.
+    std::optional<QBrush> blurBrush();
 
     SlabGround ground;
     double cornerRadius;
     QPointer<SlabShadowView> shadow;
+    QPointer<QWidget> beneath;
+    std::unique_ptr<SlabBackdrop> backdrop;
     QWidget* contentView;
     RimHost* rimHost;
     ShapeLayer& ring;

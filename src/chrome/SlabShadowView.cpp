@@ -27,14 +27,14 @@ Shadow shadowOf(const QPainterPath& outline, double radius, const QPointF& offse
 } // namespace
 
 SlabShadowView::SlabShadowView(QWidget* parent)
-    : ChromePassthroughView(parent), host(*this), plate(host.root().add()), ambient(plate.add()),
+    : ChromePassthroughView(parent), layers(*this), plate(layers.root().add()), ambient(plate.add()),
       contact(plate.add()) {
     setDark(true);
 }
 
 void SlabShadowView::updateShadow(const QSize& size, double radius) {
     resize(size + 2 * QSize(reach, reach));
-    host.setSize(this->size());
+    layers.setSize(this->size());
     plate.setFrame(QRectF(QPointF(reach, reach), QSizeF(size)));
     const QPainterPath outline = roundedRect(plate.bounds(), radius);
     for (Layer* layer : {&ambient, &contact})
@@ -56,6 +56,7 @@ void SlabShadowView::setDark(bool value) {
     dark = value;
     ambient.setValue(Property::ShadowOpacity, dark ? 0.34 : 0.22);
     contact.setValue(Property::ShadowOpacity, dark ? 0.24 : 0.14);
+    layers.changed();
 }
 
 void SlabShadowView::surround(const QRect& around) {
@@ -64,7 +65,7 @@ void SlabShadowView::surround(const QRect& around) {
 
 void SlabShadowView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    host.paint(painter, event->rect());
+    layers.paint(painter, event->rect());
 }
 
 } // namespace marrowfin::chrome

@@ -5,7 +5,7 @@
 
 #include "base/SystemColors.h"
 #include "chrome/ChromePassthroughView.h"
-#include "chrome/LayerHost.h"
+#include "chrome/StillLayers.h"
 
 namespace marrowfin::chrome {
 
@@ -28,7 +28,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    LayerHost host;
+    StillLayers layers;
     Layer& plate; // where the plate is in this view
     Layer& ambient;
     Layer& contact;

@@ -142,6 +142,10 @@ void AnnotationCanvasView::invalidate(const QRegion& region) {
 
 void AnnotationCanvasView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
+    paintContents(painter, event->region());
+}
+
+void AnnotationCanvasView::paintContents(QPainter& painter, const QRegion& region) {
     CanvasPainter::Scene scene;
     scene.backdrop.view = size();
     scene.backdrop.fit = fit;
@@ -153,7 +157,7 @@ void AnnotationCanvasView::paintEvent(QPaintEvent* event) {
     scene.selected = shown.selected;
     scene.hidden = shown.hidden;
     scene.crop = shown.crop;
-    painting->paint(painter, event->region(), std::move(scene));
+    painting->paint(painter, region, std::move(scene));
     if (editor)
         paintTextEditor(painter);
 }

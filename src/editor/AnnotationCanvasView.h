@@ -52,6 +52,10 @@ public:
     void applyCrop();
     void cancelCrop();
 
+    // What the view shows, text being typed too, in a painter whose space is view points: for whoever shows a
+    // copy of it. Cheap at the pixels of the view's own screen only.
+    void paintContents(QPainter& painter, const QRegion& region);
+
     // The open edit; null and none without one.
     InlineTextEditor* textEditor() const { return editor; }
     const std::optional<TextSession>& textSession() const { return session; }

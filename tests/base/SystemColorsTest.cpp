@@ -6,14 +6,23 @@
 using namespace marrowfin;
 
 namespace {
-constexpr auto all = {SystemColor::red,           SystemColor::orange,
-                      SystemColor::yellow,        SystemColor::green,
-                      SystemColor::blue,          SystemColor::purple,
-                      SystemColor::pink,          SystemColor::gray,
-                      SystemColor::label,         SystemColor::secondaryLabel,
-                      SystemColor::tertiaryLabel, SystemColor::controlText,
-                      SystemColor::controlAccent, SystemColor::windowBackground,
-                      SystemColor::separator,     SystemColor::black,
+constexpr auto all = {SystemColor::red,
+                      SystemColor::orange,
+                      SystemColor::yellow,
+                      SystemColor::green,
+                      SystemColor::blue,
+                      SystemColor::purple,
+                      SystemColor::pink,
+                      SystemColor::gray,
+                      SystemColor::label,
+                      SystemColor::secondaryLabel,
+                      SystemColor::tertiaryLabel,
+                      SystemColor::controlText,
+                      SystemColor::controlAccent,
+                      SystemColor::accentGround,
+                      SystemColor::windowBackground,
+                      SystemColor::separator,
+                      SystemColor::black,
                       SystemColor::white};
 } // namespace
 
