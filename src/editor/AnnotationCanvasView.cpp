@@ -93,10 +93,6 @@ AnnotationCanvasView::Shown AnnotationCanvasView::present() const {
             session ? session->annotationID : std::nullopt, visibleCrop()};
 }
 
-QImage AnnotationCanvasView::picture() const {
-    return painting->picture();
-}
-
 void AnnotationCanvasView::contentsDidChange() {
     const Shown now = present();
     invalidate(damageBetween(shown, now));

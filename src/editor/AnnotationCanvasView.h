@@ -41,9 +41,6 @@ public:
     // Where the image stands, always of the present size and image.
     const QRectF& imageRect() const { return fit.imageRect; }
     double displayScale() const { return fit.scale; }
-    // What was painted last, but for a text being typed: for the plates above, which show it blurred. Opaque,
-    // device pixels from the canvas's top left corner; null before the first paint.
-    QImage picture() const;
 
     // Ends an open edit of text and keeps what was typed; nothing without one. The chrome calls it before it
     // copies, saves or pins, so that text being typed is in the output.

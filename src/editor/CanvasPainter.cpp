@@ -54,8 +54,6 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& region, Scene scene)
 
     if (frame.size() != backdrop.layer().size())
         frame = QImage(backdrop.layer().size(), QImage::Format_RGB32);
-    if (painted.size() != frame.size())
-        painted = backdrop.layer().copy();
     QPainter onFrame(&frame);
     painter.save();
     painter.setWorldTransform(viewToLayer.inverted(), true);
@@ -63,7 +61,6 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& region, Scene scene)
         const QRect part = viewToLayer.mapRect(QRectF(viewPart)).toAlignedRect() & frame.rect();
         compose(onFrame, scene, part, records);
         painter.drawImage(part.topLeft(), frame, part);
-        copyPixels(frame, painted, part);
     };
     if (isWorthParts(region))
         std::for_each(region.begin(), region.end(), paintPart);

@@ -29,8 +29,6 @@ public:
 
     // The painter's user space is view points.
     void paint(QPainter& painter, const QRegion& region, Scene scene);
-    // Everything as it was painted last, opaque, in layer pixels; null before the first paint.
-    const QImage& picture() const { return painted; }
 
 private:
     // Composes the part, in layer pixels, in the frame.
@@ -42,7 +40,6 @@ private:
     SettledInk settled;
     std::vector<PlacedRecord> live; // of the paint that goes on: what is painted on the settled ink
     QImage frame;                   // only what was composed last is of any use
-    QImage painted;
 };
 
 } // namespace marrowfin

@@ -88,7 +88,9 @@ void EditorRootView::wireControls() {
 
 void EditorRootView::wireBackdrop() {
     for (chrome::EditorSlabView* slab : controls.slabs()) {
-        slab->setBackdrop(*surface, [this] { return surface->picture(); });
+        slab->setBackdrop(*surface, [this](QPainter& painter, const QRect& part) {
+            surface->paintContents(painter, part);
+        });
         connect(surface, &AnnotationCanvasView::contentsChanged, slab,
                 &chrome::EditorSlabView::backdropChanged);
     }
