@@ -20,6 +20,7 @@ EditorButton::EditorButton(Hover hoverStyle, const QString& name, const QString&
     setFocusPolicy(Qt::TabFocus);
     setAccessibleName(name);
     setToolTip(toolTip);
+    connect(this, &QAbstractButton::toggled, this, &EditorButton::wasToggled);
     connect(&platform::services().appearance, &platform::Appearance::changed, this, [this] {
         scheme = platform::services().appearance.colorScheme();
         restyle(Change::AtOnce);
@@ -58,8 +59,18 @@ void EditorButton::setChosen(bool chosen) {
     setCheckable(true);
     if (isChecked() == chosen)
         return;
+    choosing = true;
     setChecked(chosen);
+    choosing = false;
     restyle(Change::AtOnce);
+}
+
+// Assistive technology toggles a button past its click. For it too, pressing is only a wish.
+void EditorButton::wasToggled() {
+    if (choosing)
+        return;
+    setChosen(!isChecked());
+    click();
 }
 
 QColor EditorButton::labelColor(double alphaOfLabel) const {

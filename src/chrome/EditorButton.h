@@ -49,12 +49,14 @@ protected:
 
 private:
     void setHovering(bool value, Change change);
+    void wasToggled();
     void paintAll(QPainter& painter, const QRect& dirty);
     void paintFocusRing(QPainter& painter) const;
 
     Hover hover;
     ColorScheme scheme;
     bool hovering = false;
+    bool choosing = false;
     double alpha = 1;
     double radius = 0;
     LayerHost host;

@@ -6,6 +6,10 @@ from Xlib.ext import xtest
 # The number row by its physical keys, whatever the layout prints on them.
 NUMBER_ROW = {str((number + 1) % 10): 10 + number for number in range(10)}
 
+SIGNS = {" ": "space", "\n": "Return", ".": "period", ",": "comma", "/": "slash", "-": "minus", "_": "underscore",
+         "'": "apostrophe", "?": "question", "!": "exclam", '"': "quotedbl", ":": "colon"}
+SHIFTED = '_?!":'
+
 
 class Input:
     def __init__(self, display):
@@ -28,6 +32,12 @@ class Input:
         for code in reversed(codes):
             xtest.fake_input(self.display, X.KeyRelease, code)
         self.display.sync()
+
+    def type(self, text):
+        """Plain words, as typed on a keyboard of the us layout."""
+        for character in text:
+            name = SIGNS.get(character, character)
+            self.key(*(["Shift_L"] if character.isupper() or character in SHIFTED else []), name)
 
     def hot_key(self, number):
         self.key("Super_L", "Shift_L", str(number))
