@@ -3,6 +3,7 @@
 #include "desktop/panel/CardsTest.h"
 #include "editor/EditorWindowController.h"
 #include "panel/PreviewReturn.h"
+#include "pin/PinManager.h"
 #include "settings/HintCounters.h"
 
 #include <QProcess>
@@ -201,6 +202,16 @@ TEST_F(CardOnDesktop, ADragLetGoOverTheDesktopBringsTheCardBackForItsWholeTime) 
     EXPECT_EQ(controller().panels().size(), 1u);
     chrome::AnimationClock::shared().advance(2);
     EXPECT_TRUE(controller().panels().empty());
+}
+
+TEST_F(CardOnDesktop, ADropOnAWindowOfOursIsNone) {
+    QImage pixels(300, 200, QImage::Format_RGB32);
+    pixels.fill(Qt::darkGreen);
+    PinManager::shared().pin(Image::captured(pixels));
+    const QPoint onPin = onScreen(QPointF(100 + 290, 100 + 190));
+    ASSERT_TRUE(desk::waitFor([&] { return other.pixel(onPin) == QColor(Qt::darkGreen); }));
+    expectSlidesBack(present(), onPin);
+    EXPECT_EQ(other.pixel(onPin), QColor(Qt::darkGreen));
 }
 
 TEST_F(CardOnDesktop, EscapeCancelsADragAtOnce) {

@@ -25,6 +25,20 @@ std::vector<x11::ScrollDevice> oneTouchpad(const x11::Connection&) {
              {{across, Qt::Horizontal, 15}}}};
 }
 
+std::vector<x11::ScrollDevice> pointersAsTouchpads(const x11::Connection& c) {
+    std::vector<x11::ScrollDevice> devices;
+    const auto all =
+        c.reply(xcb_input_xi_query_device_reply, xcb_input_xi_query_device(c.raw(), XCB_INPUT_DEVICE_ALL));
+    for (auto it = xcb_input_xi_query_device_infos_iterator(all.get()); it.rem > 0;
+         xcb_input_xi_device_info_next(&it)) {
+        x11::ScrollDevice device = oneTouchpad(c).front();
+        device.id = it.data->deviceid;
+        device.axes.front().number = 0;
+        devices.push_back(device);
+    }
+    return devices;
+}
+
 class ScrollingTest : public SurfacesTest {
 protected:
     void SetUp() override {
@@ -131,6 +145,29 @@ TEST_F(ScrollingTest, WatchesMayOutliveTheService) {
     scrollTo(120, pane);
     EXPECT_EQ(steps, 1);
     watch.reset();
+}
+
+// The server's events from the wire to the handler: its pointer's own first axis is taken for one that
+// scrolls.
+TEST_F(ScrollingTest, TheServersEventsArriveWithTheirAxes) {
+    gestures = std::make_unique<x11::X11ScrollGestures>(*qt, &pointersAsTouchpads);
+    Pane pane(Qt::red);
+    const auto surface = show(pane, {}, QRectF(60, 80, 400, 100));
+    double way = 0;
+    int steps = 0;
+    const auto watch = gestures->watch(pane, [&](const ScrollStep& step) {
+        way += step.phase == ScrollPhase::Changed ? step.delta.x() : 0;
+        ++steps;
+    });
+    ASSERT_TRUE(shows(QPoint(100, 120), Qt::red));
+    other.movePointer(native(QPoint(100, 120)));
+    ASSERT_TRUE(desk::waitFor([&] { return steps > 0; }));
+    way = 0;
+    for (int x = 110; x <= 300; x += 10)
+        other.movePointer(native(QPoint(x, 120)));
+    EXPECT_TRUE(desk::waitFor([&] { return way == 200; })) << way;
+    other.movePointer(native(QPoint(250, 120)));
+    EXPECT_TRUE(desk::waitFor([&] { return way == 150; })) << way;
 }
 
 TEST_F(ScrollingTest, TheServersOwnWheelIsNone) {
