@@ -17,6 +17,8 @@ libc = ctypes.CDLL(None, use_errno=True)
 PACKAGES = {
     "Xvfb": "xvfb",
     "dbus-daemon": "dbus",
+    "ibus": "ibus",
+    "ibus-daemon": "ibus",
     "openbox": "openbox",
     "picom": "picom",
     "pulseaudio": "pulseaudio",
