@@ -80,6 +80,15 @@ class EditorWindow(EditorStory):
         self.wait_for_status(0, "300 × 150")
 
 
+class WhereNewWindowsTakeNoFocus(EditorStory):
+    desktop_options = {"focus_new": False}
+
+    def test_the_editor_asks_for_the_keyboard_and_gets_it(self):
+        self.open_editor()  # which waits for it to be the active window
+        self.input.key("e")
+        self.assistance.find("Ellipse", checked=True)
+
+
 class Drawing(EditorStory):
     def test_one_of_each_kind_is_copied_as_it_was_drawn(self):
         self.sample("Page", (330, 200), (500, 350))

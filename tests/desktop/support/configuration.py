@@ -17,10 +17,10 @@ BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration
 </busconfig>
 """
 
-# No key bindings: the combinations belong to the programs under test. New windows take the focus, as on most desktops.
+# No key bindings: the combinations belong to the programs under test.
 OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
-  <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
+  <focus><focusNew>{focus_new}</focusNew><followMouse>no</followMouse></focus>
   <placement><policy>Smart</policy></placement>
   <theme><name>Clearlooks</name><animateIconify>no</animateIconify></theme>
   <desktops><number>2</number><firstdesk>1</firstdesk><popupTime>0</popupTime></desktops>
@@ -129,8 +129,8 @@ def write_bus(folder):
     return write(os.path.join(folder, "bus.conf"), BUS.format(folder=folder))
 
 
-def write_openbox(folder):
-    return write(os.path.join(folder, "openbox.xml"), OPENBOX)
+def write_openbox(folder, focus_new):
+    return write(os.path.join(folder, "openbox.xml"), OPENBOX.format(focus_new="yes" if focus_new else "no"))
 
 
 def write_picom(folder, fading):

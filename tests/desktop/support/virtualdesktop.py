@@ -26,6 +26,7 @@ class Options:
     clipboard_manager: bool = False
     sound: bool = False
     window_manager: bool = True
+    focus_new: bool = True  # new windows take the focus, as on most desktops
 
 
 class VirtualDesktop:
@@ -124,7 +125,7 @@ class VirtualDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
 
     def start_window_manager(self):
-        config = configuration.write_openbox(self.folder)
+        config = configuration.write_openbox(self.folder, self.options.focus_new)
         self.start_part("openbox", ["openbox", "--sm-disable", "--config-file", config])
         wait_for(lambda: self.alive("openbox") and self.window_manager_ready(), "a window manager")
 
