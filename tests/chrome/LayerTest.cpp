@@ -63,6 +63,42 @@ protected:
         image.fill(color);
         return image;
     }
+    static Layer& addBox(Layer& to, const QRectF& frame, const QColor& color) {
+        Layer& box = to.add();
+        box.setFrame(frame);
+        box.setValue(Property::BackgroundColor, color);
+        return box;
+    }
+    // From 10 to 90 across, 10 above the bottom.
+    ShapeLayer& addLine() {
+        ShapeLayer& line = root.add<ShapeLayer>();
+        line.setFrame({0, 0, 100, 80});
+        QPainterPath path(QPointF(10, 10));
+        path.lineTo(90, 10);
+        line.setPath(path);
+        line.setFillColor(std::nullopt);
+        line.setStrokeColor(Qt::red);
+        line.setLine(2, Qt::RoundCap);
+        return line;
+    }
+    static void drain(ShapeLayer& line, double seconds) {
+        line.setValue(Property::StrokeEnd, 0.0);
+        line.addAnimation(QStringLiteral("drain"),
+                          Animation::basic(Property::StrokeEnd, 1.0, 0.0, seconds, TimingFunction::linear()));
+    }
+    // A layer that is nothing but its shadow.
+    static Layer& addShadow(Layer& to, const QRectF& frame, double opacity, double radius,
+                            const QPointF& offset = {}) {
+        Layer& layer = to.add();
+        layer.setFrame(frame);
+        Shadow shadow;
+        shadow.opacity = opacity;
+        shadow.radius = radius;
+        shadow.offset = offset;
+        shadow.path.addRect(layer.bounds());
+        layer.setShadow(shadow);
+        return layer;
+    }
 
     LayerWidget widget{QSize(100, 80)};
     Layer& root = widget.host.root();
@@ -101,12 +137,8 @@ TEST_F(Layers, ATransformTurnsAboutTheAnchorPoint) {
 TEST_F(Layers, OpacityIsThatOfTheGroup) {
     Layer& group = root.add();
     group.setFrame({0, 0, 100, 80});
-    Layer& below = group.add();
-    below.setFrame({0, 0, 60, 80});
-    below.setValue(Property::BackgroundColor, QColor(Qt::red));
-    Layer& above = group.add();
-    above.setFrame({40, 0, 60, 80});
-    above.setValue(Property::BackgroundColor, QColor(Qt::blue));
+    addBox(group, {0, 0, 60, 80}, Qt::red);
+    addBox(group, {40, 0, 60, 80}, Qt::blue);
     group.setValue(Property::Opacity, 0.5);
     const QColor overlap = picture().pixelColor(50, 40); // red doesn't shine through blue
     EXPECT_NEAR(overlap.alpha(), 128, 1);
@@ -120,9 +152,7 @@ TEST_F(Layers, ARoundedClipCutsSublayersAndTheBorderStaysOnTop) {
     mount.setCornerRadius(20);
     mount.setMasksToBounds(true);
     mount.setBorder({1, Qt::white});
-    Layer& inside = mount.add();
-    inside.setFrame({-20, -20, 100, 100});
-    inside.setValue(Property::BackgroundColor, QColor(Qt::red));
+    addBox(mount, {-20, -20, 100, 100}, Qt::red);
     const QImage seen = picture();
     EXPECT_EQ(seen.pixelColor(40, 40), QColor(Qt::red));
     EXPECT_EQ(seen.pixelColor(11, 11).alpha(), 0);         // the corner
@@ -131,9 +161,7 @@ TEST_F(Layers, ARoundedClipCutsSublayersAndTheBorderStaysOnTop) {
 }
 
 TEST_F(Layers, AnEvenOddMaskCutsItsInnerPathOut) {
-    Layer& layer = root.add();
-    layer.setFrame({0, 0, 100, 80});
-    layer.setValue(Property::BackgroundColor, QColor(Qt::red));
+    Layer& layer = addBox(root, {0, 0, 100, 80}, Qt::red);
     ShapeLayer& mask = layer.makeMask<ShapeLayer>();
     mask.setFrame(layer.bounds());
     QPainterPath path;
@@ -148,14 +176,7 @@ TEST_F(Layers, AnEvenOddMaskCutsItsInnerPathOut) {
 }
 
 TEST_F(Layers, AShadowFallsByItsOffsetAndIsAGaussianOfItsRadius) {
-    Layer& layer = root.add();
-    layer.setFrame({30, 20, 40, 40});
-    Shadow shadow;
-    shadow.opacity = 1;
-    shadow.radius = 4;
-    shadow.offset = {0, -6};
-    shadow.path.addRect(layer.bounds());
-    layer.setShadow(shadow);
+    addShadow(root, {30, 20, 40, 40}, 1, 4, {0, -6});
     const QImage seen = picture();
     // The edge of a blurred half-plane is at half its strength; one sigma out it has 15.9 percent.
     const int below = 80 - (20 - 6); // the row of the moved lower edge
@@ -167,13 +188,7 @@ TEST_F(Layers, AShadowFallsByItsOffsetAndIsAGaussianOfItsRadius) {
 
 TEST_F(Layers, AWideShadowIsTheSameGaussianAsANarrowOne) {
     LayerWidget wide{QSize(400, 400)};
-    Layer& layer = wide.host.root().add();
-    layer.setFrame({150, 150, 100, 100});
-    Shadow shadow;
-    shadow.opacity = 1;
-    shadow.radius = 20;
-    shadow.path.addRect(layer.bounds());
-    layer.setShadow(shadow);
+    addShadow(wide.host.root(), {150, 150, 100, 100}, 1, 20);
     QImage image(400, 400, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -190,12 +205,7 @@ TEST_F(Layers, AWideShadowIsTheSameGaussianAsANarrowOne) {
 }
 
 TEST_F(Layers, AShadowIsComputedAgainOnlyWhenItsPathOrRadiusChanges) {
-    Layer& layer = root.add();
-    layer.setFrame({30, 20, 40, 40});
-    Shadow shadow;
-    shadow.opacity = 0.5;
-    shadow.path.addRect(layer.bounds());
-    layer.setShadow(shadow);
+    Layer& layer = addShadow(root, {30, 20, 40, 40}, 0.5, 3);
     picture();
     layer.setValue(Property::ShadowOpacity, 0.8);
     layer.setFrame({10, 10, 40, 40});
@@ -218,14 +228,7 @@ TEST_F(Layers, AGradientRunsBetweenItsPoints) {
 }
 
 TEST_F(Layers, AStrokeEndsPartOfTheWay) {
-    ShapeLayer& line = root.add<ShapeLayer>();
-    line.setFrame({0, 0, 100, 80});
-    QPainterPath path(QPointF(10, 10));
-    path.lineTo(90, 10);
-    line.setPath(path);
-    line.setFillColor(std::nullopt);
-    line.setStrokeColor(Qt::red);
-    line.setLine(2, Qt::RoundCap);
+    ShapeLayer& line = addLine();
     line.setValue(Property::StrokeEnd, 0.5);
     const QImage seen = picture();
     EXPECT_GT(seen.pixelColor(49, 69).alpha(), 200);
@@ -293,12 +296,8 @@ TEST_F(Layers, AReversalStartsWhereTheLayerStands) {
 }
 
 TEST_F(Layers, OnlyWhatMovedIsPaintedAgain) {
-    Layer& still = root.add();
-    still.setFrame({60, 40, 30, 30});
-    still.setValue(Property::BackgroundColor, QColor(Qt::blue));
-    Layer& moving = root.add();
-    moving.setFrame({10, 10, 10, 10});
-    moving.setValue(Property::BackgroundColor, QColor(Qt::red));
+    addBox(root, {60, 40, 30, 30}, Qt::blue);
+    Layer& moving = addBox(root, {10, 10, 10, 10}, Qt::red);
     settle();
     moving.setFrame({30, 10, 10, 10});
     QCoreApplication::processEvents();
@@ -311,9 +310,7 @@ TEST_F(Layers, OnlyWhatMovedIsPaintedAgain) {
 TEST_F(Layers, ALayerThatItsParentMovedIsCleanedUpWhereItReallyWas) {
     Layer& parent = root.add();
     parent.setFrame({0, 0, 20, 20});
-    Layer& child = parent.add();
-    child.setFrame({0, 0, 5, 5});
-    child.setValue(Property::BackgroundColor, QColor(Qt::red));
+    Layer& child = addBox(parent, {0, 0, 5, 5}, Qt::red);
     settle();
     parent.setFrame({60, 0, 20, 20});
     settle();
@@ -325,17 +322,8 @@ TEST_F(Layers, ALayerThatItsParentMovedIsCleanedUpWhereItReallyWas) {
 }
 
 TEST_F(Layers, ASlowLineWakesOncePerPixelAndPaintsOnlyItsEnd) {
-    ShapeLayer& line = root.add<ShapeLayer>();
-    line.setFrame({0, 0, 100, 80});
-    QPainterPath path(QPointF(10, 10));
-    path.lineTo(90, 10);
-    line.setPath(path);
-    line.setFillColor(std::nullopt);
-    line.setStrokeColor(Qt::red);
-    line.setLine(2, Qt::RoundCap);
-    line.setValue(Property::StrokeEnd, 0.0);
-    line.addAnimation(QStringLiteral("drain"),
-                      Animation::basic(Property::StrokeEnd, 1.0, 0.0, 40, TimingFunction::linear()));
+    ShapeLayer& line = addLine();
+    drain(line, 40);
     pass(0.1);
     settle();
     for (int step = 0; step < 200; ++step)
@@ -349,22 +337,13 @@ TEST_F(Layers, ASlowLineWakesOncePerPixelAndPaintsOnlyItsEnd) {
 }
 
 TEST_F(Layers, TheEndOfASlowLineLeavesNoTrail) {
-    ShapeLayer& line = root.add<ShapeLayer>();
-    line.setFrame({0, 0, 100, 80});
-    QPainterPath path(QPointF(10, 10));
-    path.lineTo(90, 10);
-    line.setPath(path);
-    line.setFillColor(std::nullopt);
-    line.setStrokeColor(Qt::red);
-    line.setLine(2, Qt::RoundCap);
+    ShapeLayer& line = addLine();
     Layer& other = root.add();
     other.setFrame({10, 5, 60, 10}); // over a part of the line
     widget.show();
     QImage screen(widget.size(), QImage::Format_ARGB32_Premultiplied);
     screen.fill(Qt::transparent);
-    line.setValue(Property::StrokeEnd, 0.0);
-    line.addAnimation(QStringLiteral("drain"),
-                      Animation::basic(Property::StrokeEnd, 1.0, 0.0, 3, TimingFunction::linear()));
+    drain(line, 3);
     for (int step = 0; step < 40; ++step) {
         widget.painted = QRegion();
         if (step % 3 == 1)
