@@ -1,5 +1,6 @@
 #include "chrome/EditorButton.h"
 
+#include "chrome/ClearPicture.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
@@ -86,10 +87,7 @@ void EditorButton::paintEvent(QPaintEvent* event) {
         return;
     }
     // As one picture: what overlaps must not show through itself.
-    const double density = painter.deviceTransform().m11();
-    QImage whole((QSizeF(size()) * density).toSize(), QImage::Format_ARGB32_Premultiplied);
-    whole.setDevicePixelRatio(density);
-    whole.fill(Qt::transparent);
+    QImage whole = clearPicture(size(), painter.deviceTransform().m11());
     QPainter aside(&whole);
     paintAll(aside, rect());
     aside.end();
@@ -105,20 +103,20 @@ void EditorButton::paintAll(QPainter& painter, const QRect& dirty) {
         painter.setOpacity(pressedOpacity);
     paintContent(painter);
     painter.restore();
-    if (hasFocus())
-        paintFocusRing(painter);
+    if (!hasFocus())
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    paintFocusRing(painter);
 }
 
 void EditorButton::paintFocusRing(QPainter& painter) const {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
     const QRectF bounds(rect());
     // The inner line sets the ring off from a background of nearly its own colour.
     painter.strokePath(roundedRect(bounds.adjusted(2.5, 2.5, -2.5, -2.5), radius - 2.5),
                        QPen(color(SystemColor::windowBackground), 1));
     painter.strokePath(roundedRect(bounds.adjusted(1, 1, -1, -1), radius - 1),
                        QPen(color(SystemColor::blue), 2));
-    painter.restore();
 }
 
 void EditorButton::resizeEvent(QResizeEvent* event) {

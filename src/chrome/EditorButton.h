@@ -39,6 +39,8 @@ protected:
     virtual QColor wantedBackground() const { return Qt::transparent; }
     // Above the background.
     virtual void paintContent(QPainter& painter) = 0;
+    // Above everything, on the button that has the keyboard.
+    virtual void paintFocusRing(QPainter& painter) const;
 
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -51,7 +53,6 @@ private:
     void setHovering(bool value, Change change);
     void wasToggled();
     void paintAll(QPainter& painter, const QRect& dirty);
-    void paintFocusRing(QPainter& painter) const;
 
     Hover hover;
     ColorScheme scheme;

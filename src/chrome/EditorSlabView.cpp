@@ -8,7 +8,7 @@
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
-#include <QPaintEvent>
+#include <QEvent>
 #include <QPainter>
 
 namespace marrowfin::chrome {
@@ -28,9 +28,9 @@ public:
     StillLayers layers;
 
 protected:
-    void paintEvent(QPaintEvent* event) override {
+    void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        layers.paint(painter, event->rect());
+        layers.paint(painter);
     }
 };
 

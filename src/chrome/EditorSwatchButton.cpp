@@ -7,9 +7,7 @@
 namespace marrowfin::chrome {
 
 EditorSwatchButton::EditorSwatchButton(const QColor& color, const QString& toolTip, QWidget* parent)
-    : EditorButton(Hover::Ignored, toolTip, toolTip, parent), swatch(color) {
-    setCornerRadius(6);
-}
+    : EditorButton(Hover::Ignored, toolTip, toolTip, parent), swatch(color) {}
 
 void EditorSwatchButton::paintContent(QPainter& painter) {
     const QRectF oval = inset(QRectF(rect()), 4, 4);
@@ -24,6 +22,12 @@ void EditorSwatchButton::paintContent(QPainter& painter) {
         return;
     painter.setPen(QPen(labelColor(0.85), 1.5));
     painter.drawEllipse(inset(QRectF(rect()), 1, 1));
+}
+
+// Between the swatch and the ring around the current one.
+void EditorSwatchButton::paintFocusRing(QPainter& painter) const {
+    painter.setPen(QPen(color(SystemColor::blue), 1.8));
+    painter.drawEllipse(inset(QRectF(rect()), 2.9, 2.9));
 }
 
 } // namespace marrowfin::chrome

@@ -16,6 +16,7 @@ public:
 
 protected:
     void paintContent(QPainter& painter) override;
+    void paintFocusRing(QPainter& painter) const override;
 
 private:
     QColor swatch;

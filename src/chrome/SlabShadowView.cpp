@@ -2,7 +2,6 @@
 
 #include "chrome/ShapeLayer.h"
 
-#include <QPaintEvent>
 #include <QPainter>
 
 namespace marrowfin::chrome {
@@ -63,9 +62,9 @@ void SlabShadowView::surround(const QRect& around) {
     move(around.topLeft() - QPoint(reach, reach));
 }
 
-void SlabShadowView::paintEvent(QPaintEvent* event) {
+void SlabShadowView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    layers.paint(painter, event->rect());
+    layers.paint(painter);
 }
 
 } // namespace marrowfin::chrome

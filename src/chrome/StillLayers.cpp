@@ -4,18 +4,15 @@
 
 namespace marrowfin::chrome {
 
-void StillLayers::paint(QPainter& painter, const QRect& dirty) {
+void StillLayers::paint(QPainter& painter) {
     const double density = painter.deviceTransform().m11();
     if (picture.isNull() || picture.devicePixelRatio() != density) {
-        const QSizeF size = host.root().bounds().size();
-        picture = QImage((size * density).toSize(), QImage::Format_ARGB32_Premultiplied);
-        picture.setDevicePixelRatio(density);
-        picture.fill(Qt::transparent);
+        const QRectF bounds = host.root().bounds();
+        picture = clearPicture(bounds.size(), density);
         QPainter once(&picture);
-        host.paint(once, QRectF(QPointF(0, 0), size).toAlignedRect());
+        host.paint(once, bounds.toAlignedRect());
     }
-    const QRectF part(dirty);
-    painter.drawImage(part, picture, QRectF(part.topLeft() * density, part.size() * density));
+    painter.drawImage(QPointF(0, 0), picture);
 }
 
 } // namespace marrowfin::chrome

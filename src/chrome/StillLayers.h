@@ -2,9 +2,8 @@
 // again with every change beneath it. Points, y up. A member of its widget. Main thread.
 #pragma once
 
+#include "chrome/ClearPicture.h"
 #include "chrome/LayerHost.h"
-
-#include <QImage>
 
 namespace marrowfin::chrome {
 
@@ -17,7 +16,7 @@ public:
     // After every change of a layer.
     void changed() { picture = QImage(); }
     // In the widget's paint event.
-    void paint(QPainter& painter, const QRect& dirty);
+    void paint(QPainter& painter);
 
 private:
     LayerHost host;

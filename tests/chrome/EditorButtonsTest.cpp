@@ -9,6 +9,9 @@
 #include "chrome/SlabFixture.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
+#include <QTest>
+#include <QToolTip>
 #include <cmath>
 
 namespace marrowfin::chrome {
@@ -59,10 +62,16 @@ protected:
         plainLabel.fitToHeight(26);
         prominent.fitToHeight(26);
         window.show();
-        window.activateWindow();
+        QApplication::setActiveWindow(&window);
+        if (QWidget* first = QApplication::focusWidget())
+            first->clearFocus();
     }
     static void expectBackground(const EditorButton& button, const QColor& color) {
         EXPECT_EQ(button.backgroundColor().rgba(), color.rgba());
+    }
+    // As a mouse does: the window finds out what is there.
+    void clickInWindow(const QWidget& widget) {
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, inWindow(widget, {8, 8}));
     }
     // A place of the button in the window's picture.
     QPoint inWindow(const QWidget& button, const QPoint& place) const { return button.mapTo(&window, place); }
@@ -89,6 +98,14 @@ TEST_F(EditorButtons, AScreenReaderSaysTheToolTipOrTheTitle) {
     glyph.setSelectedTool(true);
     EXPECT_TRUE(QAccessible::queryAccessibleInterface(&glyph)->state().checked);
     EXPECT_FALSE(QAccessible::queryAccessibleInterface(&plainLabel)->state().checkable);
+}
+
+TEST_F(EditorButtons, TheToolTipComesUpUnderAPointerThatRests) {
+    const QPoint center = glyph.rect().center();
+    QHelpEvent rests(QEvent::ToolTip, center, glyph.mapToGlobal(center));
+    QApplication::sendEvent(&glyph, &rests);
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("Rectangle (R)"));
+    QToolTip::hideText();
 }
 
 TEST_F(EditorButtons, TheLightUnderThePointerFadesIn) {
@@ -180,30 +197,27 @@ TEST_F(EditorButtons, EveryBackgroundFollowsTheAppearance) {
 TEST_F(EditorButtons, ThePressOfAnInactiveWindowAlreadyClicks) {
     QWidget other;
     other.show();
-    other.activateWindow();
-    QCoreApplication::processEvents();
+    QApplication::setActiveWindow(&other);
     ASSERT_FALSE(window.isActiveWindow());
     for (EditorButton* button : all) {
         bool clicked = false;
         QObject::connect(button, &QAbstractButton::clicked, button, [&] { clicked = true; });
-        testsupport::clickMouse(*button, {8, 8});
+        clickInWindow(*button);
         EXPECT_TRUE(clicked) << button->accessibleName().toStdString();
     }
 }
 
 TEST_F(EditorButtons, APressLeavesTheKeyboardWhereItIs) {
-    QCoreApplication::processEvents();
-    ASSERT_TRUE(window.isActiveWindow());
     below.setFocusPolicy(Qt::StrongFocus);
-    below.setFocus();
+    clickInWindow(below);
+    ASSERT_TRUE(below.hasFocus());
     for (EditorButton* button : all) {
-        testsupport::clickMouse(*button, {8, 8});
+        clickInWindow(*button);
         EXPECT_TRUE(below.hasFocus()) << button->accessibleName().toStdString();
     }
 }
 
 TEST_F(EditorButtons, TabGoesFromButtonToButtonWithARingAndSpacePresses) {
-    QCoreApplication::processEvents();
     ASSERT_TRUE(window.isActiveWindow());
     below.setFocusPolicy(Qt::StrongFocus);
     below.setFocus();
@@ -213,7 +227,7 @@ TEST_F(EditorButtons, TabGoesFromButtonToButtonWithARingAndSpacePresses) {
         testsupport::pressKey(*QApplication::focusWidget(), Qt::Key_Tab);
         ASSERT_EQ(QApplication::focusWidget(), button);
         const QImage focused = picture().copy(place);
-        const QColor ring = focused.pixelColor(button->width() / 2, 1);
+        const QColor ring = focused.pixelColor(button->width() / 2, button == &swatch ? 2 : 1);
         EXPECT_GE(contrast(ring, picture().pixelColor(inWindow(slab, {5, 50}))), 3);
         EXPECT_NE(focused, before);
         int clicks = 0;

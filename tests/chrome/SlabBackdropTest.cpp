@@ -52,19 +52,35 @@ TEST_F(Backdrops, WithoutABackdropAnEdgeIsSharp) {
 }
 
 TEST_F(Backdrops, ChangesOneByOneGiveTheSamePictureAsAllAtOnce) {
-    picture();
-    QImage image = plain(Qt::white);
-    for (int i = 0; i < 40; ++i) {
-        const QRect dot(90 + i * 53 % 200, 120 + i * 29 % 90, 9, 7);
-        QPainter(&image).fillRect(dot, QColor::fromHsv(i * 9, 255, 200));
+    for (const QPoint place :
+         {QPoint(100, 140), QPoint(-30, -20), QPoint(230, 260)}) { // also beyond the edges
+        slab.move(place);
+        QImage image = plain(Qt::white);
         below.setPicture(image);
-        slab.backdropChanged(dot);
+        slab.backdropChanged(below.rect());
         picture();
+        for (int i = 0; i < 40; ++i) {
+            const QRect dot = QRect(i * 53 % 220, i * 29 % 90, 9, 7).translated(place - QPoint(10, 20));
+            QPainter(&image).fillRect(dot, QColor::fromHsv(i * 9, 255, 200));
+            below.setPicture(image);
+            slab.backdropChanged(dot & below.rect());
+            picture();
+        }
+        const QImage stepwise = picture();
+        slab.backdropChanged(below.rect()); // everything anew
+        EXPECT_EQ(picture(), stepwise) << place.x();
     }
-    const QImage stepwise = picture();
-    slab.setContentSize(201, 60, 0, 0, 0, 0); // everything anew
-    slab.setContentSize(200, 60, 0, 0, 0, 0);
-    EXPECT_EQ(picture(), stepwise);
+}
+
+TEST_F(Backdrops, FarBesideTheViewItsEdgeIsRepeatedToo) {
+    below.setGeometry(180, 0, 220, 300); // the plate's first 80 points have nothing below them
+    below.setPicture(plain(Qt::black));
+    slab.backdropChanged(below.rect());
+    const int before = grey({10, 30});
+    below.setPicture(plain(Qt::white));
+    for (int y = 0; y < 300; y += 10)
+        slab.backdropChanged(QRect(0, y, 20, 10));
+    EXPECT_GT(grey({10, 30}), before + 10);
 }
 
 TEST_F(Backdrops, OnlyWhatChangedIsPaintedAgain) {

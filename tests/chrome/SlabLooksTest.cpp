@@ -123,25 +123,75 @@ protected:
         }
     }
 
+    void addEverything() {
+        window.show();
+        addGlyphs();
+        addLabels();
+        addSwatches();
+        addWidths();
+        addChips();
+        for (QWidget* button : slab.content()->findChildren<QWidget*>())
+            button->show();
+        pass(1);
+    }
+
     EditorSlabView slab;
 };
 
 TEST_F(SlabLooks, EveryButtonInEveryState) {
-    window.show();
-    addGlyphs();
-    addLabels();
-    addSwatches();
-    addWidths();
-    addChips();
-    for (QWidget* button : slab.content()->findChildren<QWidget*>())
-        button->show();
-    pass(1);
+    addEverything();
     for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
         useScheme(scheme);
         for (const int density : {1, 2})
             EXPECT_TRUE(test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, named("controls", scheme, density),
                                             picture(density), blurred));
     }
+}
+
+// One kind of button after the other, its first one with the keyboard; rows of the plate under each other.
+TEST_F(SlabLooks, TheButtonWithTheKeyboard) {
+    addEverything();
+    QApplication::setActiveWindow(&window);
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        useScheme(scheme);
+        QImage rows(720, 5 * 60, QImage::Format_RGB32);
+        QPainter painter(&rows);
+        int row = 0;
+        const auto focus = [&](QWidget* button) {
+            button->setFocus(Qt::TabFocusReason);
+            const int middle = button->mapTo(&window, button->rect().center()).y();
+            painter.drawImage(QPoint(0, 60 * row++), picture(2), QRect(40, 2 * middle - 30, 720, 60));
+        };
+        const QList<EditorGlyphButton*> glyphs = slab.findChildren<EditorGlyphButton*>();
+        focus(glyphs[2]); // the chosen one
+        focus(slab.findChildren<EditorLabelButton*>()[3]);
+        focus(slab.findChildren<EditorSwatchButton*>()[4]);
+        focus(slab.findChildren<EditorWidthButton*>()[0]);
+        focus(slab.findChildren<EditorChipButton*>()[0]);
+        painter.end();
+        EXPECT_TRUE(
+            test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, named("keyboard", scheme, 2), rows, blurred));
+    }
+}
+
+TEST_F(SlabLooks, OverTheDesktopWhatIsBeneathShowsThrough) {
+    EditorSlabView pill(SlabGround::Desktop, 17, &window);
+    slab.hide();
+    pill.setContentSize(160, 19, 7, 14, 8, 14);
+    place(pill, {110, 130, 188, 34});
+    window.show();
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        useScheme(scheme);
+        EXPECT_TRUE(test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, named("desktop", scheme, 2),
+                                        picture(2).copy(160, 220, 500, 180), blurred));
+    }
+}
+
+TEST_F(SlabLooks, AtDensitiesBetweenNothingIsCutOff) {
+    addEverything();
+    for (const double density : {1.25, 1.5})
+        EXPECT_TRUE(test::matchesGolden(MARROWFIN_TEST_SOURCE_DIR, QStringLiteral("controls-%1").arg(density),
+                                        picture(density), blurred));
 }
 
 } // namespace marrowfin::chrome

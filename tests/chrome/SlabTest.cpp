@@ -130,6 +130,9 @@ TEST_F(Slabs, RimRingAndShadowFollowTheAppearance) {
     const QPoint center = slab->geometry().center();
     EXPECT_GT(light.pixelColor(center).lightness(), 240);
     EXPECT_LT(dark.pixelColor(center).lightness(), 60);
+    const QPoint onRing = slab->geometry().bottomLeft() + QPoint(50, 0);
+    EXPECT_LT(light.pixelColor(onRing).lightness(), light.pixelColor(center).lightness() - 5);
+    EXPECT_GT(dark.pixelColor(onRing).lightness(), dark.pixelColor(center).lightness() + 5);
     const QPoint onShadow = slab->geometry().bottomLeft() + QPoint(20, 4);
     EXPECT_LT(dark.pixelColor(onShadow).lightness(), light.pixelColor(onShadow).lightness());
 }
