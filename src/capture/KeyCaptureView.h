@@ -15,6 +15,9 @@ public:
     std::function<void()> onEscape;
 
 protected:
+    // The focus doesn't show: nothing of the screen is painted again for it.
+    void focusInEvent(QFocusEvent*) override {}
+    void focusOutEvent(QFocusEvent*) override {}
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_Escape && onEscape)
             onEscape();

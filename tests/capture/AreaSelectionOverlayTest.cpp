@@ -15,6 +15,17 @@ namespace {
 
 using Selected = std::optional<DesktopRect>;
 
+class PaintCounter : public QObject {
+public:
+    int paints = 0;
+
+private:
+    bool eventFilter(QObject*, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
 class AreaSelectionOverlayTest : public testing::Test {
 protected:
     FakeDesktop desktop;
@@ -96,6 +107,23 @@ TEST_F(AreaSelectionOverlayTest, escapeDuringADragEndsItAndTheLaterReleaseDoesNo
     QApplication::processEvents();
     EXPECT_EQ(results, 1);
     EXPECT_FALSE(result->has_value());
+}
+
+TEST_F(AreaSelectionOverlayTest, theFocusPaintsNothingOfTheScreenAgain) {
+    begin();
+    ASSERT_TRUE(waitUntil([&] { return !childrenOfTopLevels<SelectionView>().isEmpty(); }));
+    QApplication::processEvents();
+    PaintCounter counter;
+    view().installEventFilter(&counter);
+    QFocusEvent comes(QEvent::FocusIn);
+    QFocusEvent goes(QEvent::FocusOut);
+    for (QEvent* event : {static_cast<QEvent*>(&comes), static_cast<QEvent*>(&goes)})
+        QApplication::sendEvent(&view(), event);
+    QApplication::processEvents();
+    EXPECT_EQ(counter.paints, 0);
+    view().update();
+    QApplication::processEvents();
+    EXPECT_EQ(counter.paints, 1);
 }
 
 TEST_F(AreaSelectionOverlayTest, otherKeysAndOtherButtonsDoNothing) {

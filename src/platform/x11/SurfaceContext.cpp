@@ -57,16 +57,15 @@ void SurfaceContext::restack(platform::SurfaceLevel from) {
     }
 }
 
-QImage SurfaceContext::still(const QRect& native) {
+std::future<QImage> SurfaceContext::still(const QRect& native) {
     qt->sync();
-    QImage picture;
-    grabs->queue().sync([&] {
+    auto promise = std::make_shared<std::promise<QImage>>();
+    grabs->queue().async([promise, grabs = grabs.get(), native] {
         const auto grabbed = grabs->grabber().and_then(
             [&](Grabber* grabber) { return grabber->grabScreen(native, WithCursor::No); });
-        if (grabbed)
-            picture = *grabbed;
+        promise->set_value(grabbed.value_or(QImage()));
     });
-    return picture;
+    return promise->get_future();
 }
 
 void SurfaceContext::appears(xcb_window_t window) {

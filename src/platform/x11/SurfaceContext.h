@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <memory>
 #include <vector>
 
@@ -40,9 +41,9 @@ public:
     void bringToFront(X11Surface& surface);
     void add(QMenu& menu);
 
-    // What the screen shows now, after everything asked for on Qt's connection so far. Null when it can't be
-    // read.
-    QImage still(const QRect& native);
+    // What the screen shows now, after everything asked for on Qt's connection so far; a null image when it
+    // can't be read. It is read while the caller does something else.
+    std::future<QImage> still(const QRect& native);
 
     // A window of ours is about to be mapped, perhaps one that had vanished.
     void appears(xcb_window_t window);

@@ -1,5 +1,6 @@
 #include "platform/x11/X11Surface.h"
 
+#include "platform/x11/BackingMemory.h"
 #include "platform/x11/WindowRequests.h"
 
 #include <QEvent>
@@ -59,7 +60,8 @@ X11Surface::X11Surface(std::shared_ptr<SurfaceContext> shared, QWidget& hosted,
                        const platform::SurfaceSpec& given)
     : context(std::move(shared)), traits(given), widget(&hosted), keyboard(*context->qt) {
     hosted.setWindowFlags(flagsFor(traits));
-    hosted.setAttribute(Qt::WA_TranslucentBackground);
+    isOpaque = traits.backdrop == SurfaceBackdrop::Snapshot && !isComposited();
+    hosted.setAttribute(isOpaque ? Qt::WA_NoSystemBackground : Qt::WA_TranslucentBackground);
     hosted.setAttribute(Qt::WA_ShowWithoutActivating);
     hosted.setAttribute(Qt::WA_QuitOnClose, false);
     hosted.winId();
@@ -137,7 +139,7 @@ void X11Surface::setOutline(const QRegion& region) {
 }
 
 void X11Surface::applyOutline() {
-    if (isComposited() || outline.isNull())
+    if (outline.isNull() || (isComposited() && !isOpaque))
         setBoundingShape(*context->qt, window(), std::nullopt);
     else
         setBoundingShape(*context->qt, window(), toNative(outline, scale()));
@@ -162,8 +164,10 @@ void X11Surface::orderFront() {
 
 void X11Surface::show() {
     const Connection& qt = *context->qt;
-    if (traits.backdrop == SurfaceBackdrop::Snapshot && !isComposited())
+    if (traits.backdrop == SurfaceBackdrop::Snapshot && (isOpaque || !isComposited()))
         takeStill();
+    else if (traits.level == SurfaceLevel::Overlay)
+        prepareBackingMemory(*widget);
     // A pin may stay for days, and nothing is captured the moment it goes: not worth what keeping contents
     // costs.
     holdsContents = traits.level != SurfaceLevel::Pin;
@@ -172,15 +176,21 @@ void X11Surface::show() {
     // A window that was closed comes back as another one, which has nothing of what was set before.
     widget->winId();
     widget->windowHandle()->installEventFilter(this);
+    if (holdsContents && isOpaque)
+        context->contents.exempt(window());
     applyFrame();
     context->appears(window());
     disclaimShadow(qt, window());
-    setUntilPainted(qt, window(), isComposited() ? UntilPainted::Transparent : UntilPainted::WhatWasThere);
+    setUntilPainted(qt, window(), untilPainted());
     applyInput();
     applyOutline();
     state = State::Shown;
     widget->show();
     takeInput();
+}
+
+UntilPainted X11Surface::untilPainted() const {
+    return isComposited() && !isOpaque ? UntilPainted::Transparent : UntilPainted::WhatWasThere;
 }
 
 void X11Surface::takeInput() {
@@ -192,7 +202,10 @@ void X11Surface::takeInput() {
 
 void X11Surface::takeStill() {
     stillFrame = nativeFrame(*widget);
-    still = context->still(stillFrame);
+    std::future<QImage> read = context->still(stillFrame);
+    if (state == State::Out)
+        prepareBackingMemory(*widget);
+    still = read.get();
 }
 
 void X11Surface::orderOut() {
@@ -252,14 +265,23 @@ void X11Surface::makeInvisible() {
     updatesWereEnabled = widget->updatesEnabled();
     widget->setUpdatesEnabled(false);
     setInputShape(*context->qt, window(), QRegion());
-    clearToTransparent(*context->qt, window());
+    empty();
     // The same as nudge(), and Qt keeps knowing where the window is.
     widget->move(widget->pos() + QPoint(1, 0));
+}
+
+// Nothing of it is left to be drawn, by a compositor too.
+void X11Surface::empty() {
+    if (isOpaque)
+        setBoundingShape(*context->qt, window(), QRegion());
+    else
+        clearToTransparent(*context->qt, window());
 }
 
 void X11Surface::makeVisible() {
     state = State::Shown;
     applyFrame();
+    applyOutline();
     widget->setUpdatesEnabled(updatesWereEnabled);
     applyInput();
     widget->update();
@@ -283,9 +305,10 @@ void X11Surface::unmap(SeenGone seen) {
 void X11Surface::compositorChanged() {
     if (state == State::Shown && widget) {
         const Connection& qt = *context->qt;
-        setUntilPainted(qt, window(),
-                        isComposited() ? UntilPainted::Transparent : UntilPainted::WhatWasThere);
-        if (isComposited()) {
+        setUntilPainted(qt, window(), untilPainted());
+        if (isOpaque) {
+            // It goes on standing over its still.
+        } else if (isComposited()) {
             still = {};
         } else if (traits.backdrop == SurfaceBackdrop::Snapshot) {
             // Out of the picture without unmapping, which would end the user's drag.
@@ -318,7 +341,7 @@ void X11Surface::aboutToBeDestroyed() {
     state = State::Leaving;
     if (!isComposited())
         return;
-    clearToTransparent(*context->qt, window());
+    empty();
     if (widget)
         nudge(*context->qt, *widget);
     context->gone.waitShown();
@@ -363,11 +386,17 @@ bool X11Surface::filterWindow(QEvent* event) {
     }
 }
 
-// Beneath what the widget is about to paint: its ground is transparent, so nothing erases this.
+// Beneath what the widget is about to paint: its ground is transparent or none, so nothing erases this.
 void X11Surface::paintStill() {
-    if (still.isNull())
+    if (still.isNull() && !isOpaque)
         return;
     QPainter painter(widget);
+    if (still.isNull()) {
+        painter.fillRect(widget->rect(), Qt::black);
+        return;
+    }
+    // Neither has anything to blend.
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
     const QPointF shift = QPointF(stillFrame.topLeft() - nativeFrame(*widget).topLeft()) / scale();
     still.setDevicePixelRatio(scale());
     painter.drawImage(shift, still);

@@ -5,6 +5,7 @@
 #include "platform/SurfaceHost.h"
 #include "platform/x11/ExclusiveKeyboard.h"
 #include "platform/x11/SurfaceContext.h"
+#include "platform/x11/WindowRequests.h"
 
 #include <QImage>
 #include <QPointer>
@@ -50,6 +51,7 @@ private:
     void leave();
     void leaveNow();
     void makeInvisible();
+    void empty();
     void makeVisible();
     void unmap(SeenGone seen);
     void aboutToBeDestroyed();
@@ -57,6 +59,7 @@ private:
     void compositorChanged();
     void screenRemoved(const QScreen* screen);
     double scale() const;
+    UntilPainted untilPainted() const;
 
     const std::shared_ptr<SurfaceContext> context;
     const platform::SurfaceSpec traits;
@@ -69,6 +72,9 @@ private:
     DesktopRect given;
     QRegion inputRegion;
     QRegion outline;
+    // Stands over a still for good, because nothing blended when it was made. Then its pixels have no alpha: the
+    // server keeps every window that has some beside the screen, and would hold and copy the screen twice more.
+    bool isOpaque = false;
     // The screen beneath while nothing blends, and where it was taken.
     QImage still;
     QRect stillFrame;
