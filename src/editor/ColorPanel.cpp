@@ -3,6 +3,7 @@
 #include "base/Shared.h"
 
 #include <QColorDialog>
+#include <QEvent>
 #include <QSignalBlocker>
 #include <QWindow>
 
@@ -14,11 +15,10 @@ ColorPanel::ColorPanel() : picker(std::make_unique<QColorDialog>()) {
     // The desktop's own one has buttons, and reports a choice only when it is closed.
     picker->setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);
     picker->setAttribute(Qt::WA_ShowWithoutActivating);
-    QObject::connect(picker.get(), &QColorDialog::currentColorChanged, picker.get(),
-                     [this](const QColor& color) {
-                         if (target && colorDidChange)
-                             colorDidChange(color);
-                     });
+    connect(picker.get(), &QColorDialog::currentColorChanged, this, [this](const QColor& color) {
+        if (target && colorDidChange)
+            colorDidChange(color);
+    });
 }
 
 ColorPanel::~ColorPanel() = default;
@@ -36,17 +36,28 @@ void ColorPanel::show(const QColor& color, QWidget& view, std::function<void(con
         picker->setCurrentColor(opaque);
     }
     colorDidChange = std::move(changed);
-    if (target != &view) {
-        QObject::disconnect(targetGone);
-        target = &view;
-        targetGone = QObject::connect(&view, &QObject::destroyed, picker.get(), &QWidget::hide);
-        // A window stays above another only from when it is shown.
-        picker->hide();
-        picker->winId();
-        picker->windowHandle()->setTransientParent(view.window()->windowHandle());
-    }
+    if (target != &view)
+        setTarget(view);
     picker->show();
     picker->raise();
+}
+
+void ColorPanel::setTarget(QWidget& view) {
+    if (target)
+        target->removeEventFilter(this);
+    target = &view;
+    view.installEventFilter(this);
+    // A window stays above another only from when it is shown.
+    picker->hide();
+    picker->winId();
+    picker->windowHandle()->setTransientParent(view.window()->windowHandle());
+}
+
+bool ColorPanel::eventFilter(QObject* watched, QEvent* event) {
+    // Closed, and not only minimised.
+    if (watched == target && event->type() == QEvent::Hide && !event->spontaneous())
+        picker->hide();
+    return false;
 }
 
 } // namespace marrowfin

@@ -12,24 +12,27 @@ class QColorDialog;
 
 namespace marrowfin {
 
-class ColorPanel {
+class ColorPanel : public QObject {
+    Q_OBJECT
 public:
     ColorPanel();
-    ~ColorPanel();
-    ColorPanel(const ColorPanel&) = delete;
-    ColorPanel& operator=(const ColorPanel&) = delete;
+    ~ColorPanel() override;
 
     static ColorPanel& shared();
 
     // Shows this colour and the picker, in front but without taking the keyboard. `changed` is called as long
-    // as the view exists and nobody else has opened the picker; it goes with the view.
+    // as the view exists and nobody else has opened the picker. The picker leaves when the view does.
     void show(const QColor& color, QWidget& view, std::function<void(const QColor&)> changed);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void setTarget(QWidget& view);
+
     std::unique_ptr<QColorDialog> picker;
     QPointer<QWidget> target;
     std::function<void(const QColor&)> colorDidChange;
-    QMetaObject::Connection targetGone;
 };
 
 } // namespace marrowfin

@@ -124,7 +124,6 @@ void EditorRootView::synchronise() {
     if (!std::exchange(documentIsShown, true)) {
         controls.showHistory(ink);
         controls.showStatus(ink);
-        controls.layOut(); // the chip's size is another
     }
 }
 

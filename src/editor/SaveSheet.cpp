@@ -53,7 +53,7 @@ public:
     void accept() override {
         const bool desktopsOwn = testAttribute(Qt::WA_DontShowOnScreen);
         const QFileInfo chosen(selectedFiles().value(0));
-        if (desktopsOwn || !chosen.isFile())
+        if (desktopsOwn || !chosen.exists() || chosen.isDir())
             QFileDialog::accept();
         else
             askToReplace(chosen.fileName());

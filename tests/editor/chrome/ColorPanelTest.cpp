@@ -93,6 +93,13 @@ TEST_F(Colors, ThePickerGoesWithItsEditorAndComesBackForAnother) {
     EXPECT_EQ(tools().strokeColor(), QColor(7, 8, 9));
 }
 
+TEST_F(Colors, ThePickerGoesWithAnEditorThatIsClosedButKept) {
+    auto other = otherEditor();
+    other->customColorRequested();
+    other->close();
+    EXPECT_FALSE(picker()->isVisible());
+}
+
 TEST_F(Colors, AnotherEditorsEndLeavesThePickerUp) {
     auto other = otherEditor();
     other->customColorRequested();

@@ -60,6 +60,13 @@ TEST_F(Controls, AFreshEditorIsOnTheArrowInRedAtThree) {
     EXPECT_EQ(controls().statusChip->text(), QStringLiteral("640 × 320 px"));
 }
 
+TEST_F(Controls, TheCropBarIsNotSeenLeavingAFreshEditor) {
+    EditorRootView fresh(document().baseImage());
+    fresh.show();
+    EXPECT_FALSE(fresh.chrome().cropBar->isVisible());
+    EXPECT_EQ(shownAlpha(fresh.chrome().styleBar), 1);
+}
+
 TEST_F(Controls, TheStyleBarIsThereForInkWhoseStyleCanBeChosen) {
     const std::set<ToolType> withStyle{ToolType::rectangle, ToolType::ellipse, ToolType::arrow,
                                        ToolType::line,      ToolType::pen,     ToolType::text,

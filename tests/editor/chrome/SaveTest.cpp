@@ -153,7 +153,7 @@ TEST_F(Save, AsksBeforeItReplacesAFile) {
     EXPECT_TRUE(question()->isVisible());
     EXPECT_TRUE(question()->text().contains(QStringLiteral("mine.png")));
     QTest::keyClick(question(), Qt::Key_Return); // the safe answer is the default
-    EXPECT_TRUE(dialog()->isVisible());
+    ASSERT_TRUE(dialog() && dialog()->isVisible());
     EXPECT_EQ(bytesOf(path), "mine");
     ASSERT_TRUE(waitUntil([this] {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -167,6 +167,22 @@ TEST_F(Save, AsksBeforeItReplacesAFile) {
     ASSERT_TRUE(waitUntil([this] { return !saved.isEmpty(); }));
     EXPECT_EQ(QImage(path).convertToFormat(flattened().format()), flattened());
     EXPECT_TRUE(closed());
+}
+
+TEST_F(Save, GoesIntoAFolderThatIsTyped) {
+    const QString folder = QDir(pictures()).filePath(QStringLiteral("inner"));
+    QDir().mkpath(folder);
+    saveAs(folder);
+    ASSERT_TRUE(dialog() && dialog()->isVisible());
+    EXPECT_EQ(question(), nullptr);
+    EXPECT_EQ(dialog()->directory().absolutePath(), folder);
+}
+
+TEST_F(Save, AsksAlsoBeforeItTouchesWhatIsNoFile) {
+    const QString path = QDir(pictures()).filePath(QStringLiteral("pipe.png"));
+    ASSERT_EQ(mkfifo(path.toLocal8Bit().constData(), 0600), 0);
+    saveAs(QStringLiteral("pipe.png"));
+    EXPECT_NE(question(), nullptr);
 }
 
 TEST_F(Save, AFailedWriteIsNotReportedAndLeavesNothingBehind) {
