@@ -5,6 +5,7 @@
 #include "app/StatusIcon.h"
 #include "base/Invariant.h"
 #include "base/Log.h"
+#include "base/Memory.h"
 #include "base/SystemColors.h"
 #include "capture/ScreenCaptureManager.h"
 #include "history/CaptureHistory.h"
@@ -78,6 +79,7 @@ QCoro::Task<> AppDelegate::drainCaptures() {
         Q_EMIT captureRouted();
     }
     draining = false;
+    giveFreeMemoryBackWhenCalm();
 }
 
 QCoro::Task<> AppDelegate::routeCapture(Image image) {

@@ -1,6 +1,7 @@
 #include "editor/EditorWindowController.h"
 
 #include "base/Log.h"
+#include "base/Memory.h"
 #include "base/Shared.h"
 #include "editor/EditorRootView.h"
 #include "pin/PinManager.h"
@@ -122,6 +123,7 @@ bool EditorWindowController::eventFilter(QObject* watched, QEvent* event) {
 void EditorWindowController::leaveOpenEditors() {
     root = nullptr;
     frame.reset();
+    giveFreeMemoryBackWhenCalm();
     std::erase_if(allOpen().list, [this](const auto& one) { return one.get() == this; });
 }
 

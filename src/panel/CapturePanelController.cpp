@@ -1,5 +1,6 @@
 #include "panel/CapturePanelController.h"
 
+#include "base/Memory.h"
 #include "base/Shared.h"
 #include "editor/EditorWindowController.h"
 #include "panel/PanelLayout.h"
@@ -293,8 +294,10 @@ void CapturePanelController::bury(const std::shared_ptr<Entry>& entry) {
         this,
         [this, entry] {
             // A drag session runs an event loop of its own inside the card; its end buries again.
-            if (!entry->panel->content().isInDragSession())
+            if (!entry->panel->content().isInDragSession()) {
                 std::erase(leaving, entry);
+                giveFreeMemoryBackWhenCalm();
+            }
         },
         Qt::QueuedConnection);
 }
