@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QTimer>
 #include <cstdio>
 
@@ -83,6 +84,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Marrowfin"));
     QApplication::setDesktopFileName(QStringLiteral("marrowfin"));
+    // On the title bars and in the task lists of window managers that don't look for the desktop file.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/io.tessaly.marrowfin.svg")));
     // An accessory program: it never quits with a window.
     QApplication::setQuitOnLastWindowClosed(false);
     return runApplication(application);

@@ -23,6 +23,7 @@ class EditorWindow(EditorStory):
         self.assertEqual(self.editor.size, (700 + 96, 470 + 128))
         self.assertIn("_NET_WM_WINDOW_TYPE_NORMAL", self.window_types(self.editor.window))
         self.assertTrue(all(windows.frame_extents(self.display, self.editor.window)[2:3]), "no title bar")
+        self.assertTrue(windows.cardinals(self.display, self.editor.window, "_NET_WM_ICON"), "no icon")
         wait_for(lambda: not self.program.cards(), "the card gone")
         # Keys arrive in it and not in the window that had them.
         other.window.change_attributes(event_mask=X.KeyPressMask)
@@ -80,8 +81,8 @@ class EditorWindow(EditorStory):
         self.wait_for_status(0, "300 × 150")
 
 
-class WhereNewWindowsTakeNoFocus(EditorStory):
-    desktop_options = {"focus_new": False}
+class WhereOnlyPressesFocus(EditorStory):
+    desktop_options = {"focus_new": False, "press_focuses": True}
 
     def test_the_editor_asks_for_the_keyboard_and_gets_it(self):
         self.open_editor()  # which waits for it to be the active window

@@ -27,15 +27,17 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
   <resize><popupShow>Never</popupShow></resize>
   <keyboard></keyboard>
   <mouse>
-    <context name="Client">
-      <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
-    </context>
-    <context name="Titlebar">
+{press_focuses}    <context name="Titlebar">
       <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
       <mousebind button="Left" action="Drag"><action name="Move"/></mousebind>
     </context>
   </mouse>
 </openbox_config>
+"""
+
+PRESS_FOCUSES = """    <context name="Client">
+      <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
+    </context>
 """
 
 PICOM = """backend = "xrender";
@@ -129,8 +131,10 @@ def write_bus(folder):
     return write(os.path.join(folder, "bus.conf"), BUS.format(folder=folder))
 
 
-def write_openbox(folder, focus_new):
-    return write(os.path.join(folder, "openbox.xml"), OPENBOX.format(focus_new="yes" if focus_new else "no"))
+def write_openbox(folder, focus_new, press_focuses):
+    return write(os.path.join(folder, "openbox.xml"),
+                 OPENBOX.format(focus_new="yes" if focus_new else "no",
+                                press_focuses=PRESS_FOCUSES if press_focuses else ""))
 
 
 def write_picom(folder, fading):

@@ -27,6 +27,7 @@ class Options:
     sound: bool = False
     window_manager: bool = True
     focus_new: bool = True  # new windows take the focus, as on most desktops
+    press_focuses: bool = True  # so does a window that is pressed; the window manager holds the press back till then
 
 
 class VirtualDesktop:
@@ -125,7 +126,7 @@ class VirtualDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
 
     def start_window_manager(self):
-        config = configuration.write_openbox(self.folder, self.options.focus_new)
+        config = configuration.write_openbox(self.folder, self.options.focus_new, self.options.press_focuses)
         self.start_part("openbox", ["openbox", "--sm-disable", "--config-file", config])
         wait_for(lambda: self.alive("openbox") and self.window_manager_ready(), "a window manager")
 
