@@ -137,6 +137,27 @@ TEST_F(Slabs, RimRingAndShadowFollowTheAppearance) {
     EXPECT_LT(dark.pixelColor(onShadow).lightness(), light.pixelColor(onShadow).lightness());
 }
 
+TEST_F(Slabs, TheShadowIsComputedOnceForASize) {
+    picture();
+    const int computed = slab->slabShadow()->ambientLayer().shadowMask().computations();
+    EXPECT_EQ(computed, 1);
+    slab->move(slab->pos() + QPoint(5, 5));
+    pointAt(*slab);
+    picture();
+    useScheme(ColorScheme::Dark);
+    picture();
+    EXPECT_EQ(slab->slabShadow()->ambientLayer().shadowMask().computations(), computed);
+    slab->setContentSize(120, 30, 1, 2, 3, 4);
+    picture();
+    EXPECT_EQ(slab->slabShadow()->ambientLayer().shadowMask().computations(), computed + 1);
+}
+
+TEST(ClearPictures, ABrokenPixelCountsAsAWholeOne) {
+    EXPECT_EQ(clearPicture({30, 21}, 1.25).size(), QSize(38, 27));
+    EXPECT_EQ(clearPicture({30, 20}, 1.1).size(), QSize(33, 22));
+    EXPECT_EQ(clearPicture({30, 20}, 2).pixelColor(59, 39).alpha(), 0);
+}
+
 TEST_F(Slabs, ThePlateIsTranslucent) {
     const QPoint center = slab->geometry().center();
     EXPECT_NEAR(grey(center), 246.7, 1); // 0.92 of 246, and the rest of the white beneath
