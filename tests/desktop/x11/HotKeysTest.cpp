@@ -8,7 +8,6 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <gmock/gmock.h>
-#include <thread>
 #include <xcb/xtest.h>
 
 using namespace marrowfin;
@@ -53,10 +52,10 @@ protected:
     }
 
     void type(std::uint8_t kind, std::uint8_t key) {
-        rival->check(
-            xcb_test_fake_input_checked(rival->raw(), kind, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0));
-        // No finger is faster: release and press of the same millisecond are the server's own repetition.
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        // The server waits so many milliseconds before the event. No finger is faster: release and press of the
+        // same millisecond are its own repetition.
+        constexpr std::uint32_t delay = 2;
+        rival->check(xcb_test_fake_input_checked(rival->raw(), kind, key, delay, XCB_WINDOW_NONE, 0, 0, 0));
     }
     void chord(std::uint8_t key) {
         type(XCB_KEY_PRESS, superKey);
