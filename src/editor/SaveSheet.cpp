@@ -11,6 +11,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPushButton>
 #include <utility>
 
 namespace marrowfin {
@@ -71,7 +72,7 @@ private:
         QPushButton* replace = question->addButton(QStringLiteral("Replace"), QMessageBox::AcceptRole);
         question->setDefaultButton(question->addButton(QMessageBox::Cancel));
         connect(question, &QMessageBox::finished, this, [this, question, replace] {
-            if (question->clickedButton() != static_cast<void*>(replace))
+            if (question->clickedButton() != replace)
                 return;
             setOption(DontConfirmOverwrite);
             QFileDialog::accept();
@@ -84,7 +85,9 @@ private:
 
 void askWhereToSave(const Image& image, QWidget* view, std::function<void(const QString& path)> written) {
     const QString name = QStringLiteral("save");
-    if (view->findChild<QFileDialog*>(name, Qt::FindDirectChildrenOnly))
+    // One that was just closed is still there until the event loop comes round.
+    const auto* open = view->findChild<QFileDialog*>(name, Qt::FindDirectChildrenOnly);
+    if (open && open->isVisible())
         return;
     // The PNG is ready by the time a place was found.
     image.startEncoding();

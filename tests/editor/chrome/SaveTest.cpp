@@ -203,6 +203,14 @@ TEST_F(Save, OneDialogAtATime) {
     EXPECT_EQ(root->findChildren<QFileDialog*>().size(), 1);
 }
 
+TEST_F(Save, CanBeAskedForAgainRightAfterItWasCancelled) {
+    open();
+    dialog()->reject();
+    root->savePressed();
+    const QList<QFileDialog*> all = root->findChildren<QFileDialog*>();
+    EXPECT_TRUE(std::any_of(all.begin(), all.end(), [](const QFileDialog* one) { return one->isVisible(); }));
+}
+
 TEST_F(Save, TheEditorIsBlockedButTheProgramGoesOn) {
     open();
     const qsizetype before = count();
