@@ -39,7 +39,7 @@ QColor systemColor(SystemColor name, ColorScheme scheme) {
     case SystemColor::separator:
         return either(QColor(0, 0, 0, 26), QColor(255, 255, 255, 26));
     case SystemColor::underPageBackground:
-        return either(QColor(150, 150, 150), QColor(40, 40, 40));
+        return either(QColor(200, 200, 200), QColor(40, 40, 40));
     case SystemColor::black:
         return QColor(0, 0, 0);
     case SystemColor::white:

@@ -79,6 +79,15 @@ protected:
     }
 };
 
+// Its plate is hardly there: what it stands on is the canvas beside the image.
+TEST_F(Contrast, OfTheStatusChipBesideTheImage) {
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        desktop.appearance.setColorScheme(scheme);
+        constexpr int density = 4;
+        EXPECT_GE(contrastOf(shot(density), density, controls().statusChip), 4.5);
+    }
+}
+
 TEST_F(Contrast, OverWhite) {
     cover(Qt::white);
     expectReadable("white");
