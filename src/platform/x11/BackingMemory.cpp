@@ -3,7 +3,6 @@
 #include <QBackingStore>
 #include <QImage>
 #include <QWidget>
-#include <QWindow>
 #include <cstdint>
 #include <sys/mman.h>
 
@@ -15,9 +14,9 @@ namespace marrowfin::x11 {
 
 void prepareBackingMemory(QWidget& window) {
     QBackingStore* store = window.backingStore();
-    if (!store || !window.windowHandle())
+    if (!store)
         return;
-    store->resize(window.windowHandle()->size());
+    store->resize(window.size());
     QPaintDevice* device = store->paintDevice();
     if (!device || device->devType() != QInternal::Image)
         return;
