@@ -164,15 +164,20 @@ void X11Surface::orderFront() {
 
 void X11Surface::show() {
     const Connection& qt = *context->qt;
+    // While the screen is read, the server and we get ready for the window.
+    std::future<QImage> read;
     if (traits.backdrop == SurfaceBackdrop::Snapshot && (isOpaque || !isComposited()))
-        takeStill();
-    else if (traits.level == SurfaceLevel::Overlay)
-        prepareBackingMemory(*widget);
+        read = readStill();
     // A pin may stay for days, and nothing is captured the moment it goes: not worth what keeping contents
     // costs.
     holdsContents = traits.level != SurfaceLevel::Pin;
     if (holdsContents)
         context->contents.hold();
+    qt.flush();
+    if (traits.level == SurfaceLevel::Overlay)
+        prepareBackingMemory(*widget);
+    if (read.valid())
+        still = read.get();
     // A window that was closed comes back as another one, which has nothing of what was set before.
     widget->winId();
     widget->windowHandle()->installEventFilter(this);
@@ -200,12 +205,9 @@ void X11Surface::takeInput() {
         context->focus.borrow(window());
 }
 
-void X11Surface::takeStill() {
+std::future<QImage> X11Surface::readStill() {
     stillFrame = nativeFrame(*widget);
-    std::future<QImage> read = context->still(stillFrame);
-    if (state == State::Out)
-        prepareBackingMemory(*widget);
-    still = read.get();
+    return context->still(stillFrame);
 }
 
 void X11Surface::orderOut() {
@@ -313,7 +315,7 @@ void X11Surface::compositorChanged() {
         } else if (traits.backdrop == SurfaceBackdrop::Snapshot) {
             // Out of the picture without unmapping, which would end the user's drag.
             setBoundingShape(qt, window(), QRegion());
-            takeStill();
+            still = readStill().get();
         }
         applyOutline();
         widget->update();

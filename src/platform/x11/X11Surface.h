@@ -44,7 +44,7 @@ private:
     void applyFrame();
     void applyInput();
     void applyOutline();
-    void takeStill();
+    std::future<QImage> readStill();
     void show();
     void takeInput();
     void giveInputBack();
