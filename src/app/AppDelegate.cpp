@@ -68,8 +68,8 @@ QCoro::Task<> AppDelegate::drainCaptures() {
     while (!waiting.empty()) {
         const Image image = waiting.front();
         waiting.pop_front();
-        // One encoding serves the history file, the clipboard and drag-out; it began when the frame arrived, and
-        // the history's own queue waits for it: what keeps the main thread busy doesn't delay the file.
+        // One encoding serves the history file, the clipboard and drag-out; it began when the frame arrived,
+        // and the history's own queue waits for it: what keeps the main thread busy doesn't delay the file.
         co_await CaptureHistory::shared().saveAsync(image);
         if (!self)
             co_return;

@@ -1,5 +1,5 @@
-// Decoding of image files that come from outside: history, clipboard, a dropped or opened file. Ordinary pictures of
-// pixels alone (PNG, JPEG and their like), the first frame of one that moves. Any thread.
+// Decoding of image files that come from outside: history, clipboard, a dropped or opened file. Ordinary
+// pictures of pixels alone (PNG, JPEG and their like), the first frame of one that moves. Any thread.
 #pragma once
 
 #include "base/Image.h"

@@ -8,9 +8,9 @@ namespace marrowfin {
 // it is freed. Main thread, once, before anything large.
 void giveLargeMemoryBack();
 
-// Small things come and go in between, and what stays keeps the pages around it. Whoever has let go of a window or
-// finished with a capture says so; once nobody has for a moment, what is free goes back to the system, which
-// takes a millisecond or two. Main thread.
+// Small things come and go in between, and what stays keeps the pages around it. Whoever has let go of a
+// window or finished with a capture says so; once nobody has for a moment, what is free goes back to the
+// system, which takes a millisecond or two. Main thread.
 void giveFreeMemoryBackWhenCalm();
 
 } // namespace marrowfin

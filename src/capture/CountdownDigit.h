@@ -1,5 +1,5 @@
-// The view of the self-timer: one very large number in its middle, which fades from opaque to 0.3 each time it is
-// shown.
+// The view of the self-timer: one very large number in its middle, which fades from opaque to 0.3 each time
+// it is shown.
 #pragma once
 
 #include <QVariantAnimation>

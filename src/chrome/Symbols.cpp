@@ -33,7 +33,8 @@ QByteArray drawing(const QString& name, const QColor& color, SymbolWeight weight
     const bool opened = file.open(QIODevice::ReadOnly);
     MARROWFIN_INVARIANT(opened);
     QByteArray svg = file.readAll();
-    // The renderer knows no currentColor. Alpha goes on when painting: lines that cross must not show through.
+    // The renderer knows no currentColor. Alpha goes on when painting: lines that cross must not show
+    // through.
     svg.replace("currentColor", color.name(QColor::HexRgb).toLatin1());
     svg.replace("stroke-width=\"1.5\"", "stroke-width=\"" + QByteArray::number(strokeWidth(weight)) + '"');
     return svg;

@@ -1,5 +1,5 @@
-// The pictures on buttons and menu rows: one own-drawn SVG per name (resources/symbols/), painted in one colour at any
-// size. An unknown name is a broken invariant. GUI thread.
+// The pictures on buttons and menu rows: one own-drawn SVG per name (resources/symbols/), painted in one
+// colour at any size. An unknown name is a broken invariant. GUI thread.
 #pragma once
 
 #include <QColor>

@@ -15,7 +15,7 @@ namespace marrowfin {
 PinnedWindow::PinnedWindow(const Image& pinned)
     : image(pinned), view(std::make_unique<PinnedContentView>(pinned)) {
     const platform::SurfaceSpec traits{platform::SurfaceLevel::Pin, platform::SurfaceKeyboard::OnClick,
-                                     platform::SurfaceBackdrop::Nothing, false};
+                                       platform::SurfaceBackdrop::Nothing, false};
     window = platform::services().surfaceHost.host(*view, traits);
     view->setComposited(window->isComposited());
     QObject::connect(window.get(), &platform::Surface::compositedChanged, view.get(),

@@ -1,5 +1,5 @@
-// main() of the tests that paint or show widgets: the offscreen plugin, our own fonts, 96 dpi, the Fusion style with
-// a fixed palette, so that a pixel is the same on every machine.
+// main() of the tests that paint or show widgets: the offscreen plugin, our own fonts, 96 dpi, the Fusion
+// style with a fixed palette, so that a pixel is the same on every machine.
 #include <QApplication>
 #include <QStyleFactory>
 #include <gtest/gtest.h>

@@ -34,8 +34,9 @@ void FakeSurface::orderFront() {
         return;
     std::vector<FakeSurface*>& order = host()->order;
     std::erase(order, this);
-    const auto above = std::find_if(order.begin(), order.end(),
-                                    [this](FakeSurface* other) { return other->traits.level > traits.level; });
+    const auto above = std::find_if(order.begin(), order.end(), [this](FakeSurface* other) {
+        return other->traits.level > traits.level;
+    });
     order.insert(above, this);
     if (!widget)
         return;

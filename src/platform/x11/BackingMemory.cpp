@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <cstdint>
 #include <sys/mman.h>
+#include <system_error>
+#include <thread>
 
 #ifndef MADV_POPULATE_WRITE
 #define MADV_POPULATE_WRITE 23 // Linux 5.14; older ones refuse it
@@ -26,8 +28,21 @@ void prepareBackingMemory(QWidget& window) {
     const auto end = (reinterpret_cast<std::uintptr_t>(picture->constBits()) +
                       static_cast<std::uintptr_t>(picture->sizeInBytes())) &
                      ~(page - 1);
-    if (begin < end)
-        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
+    if (begin >= end)
+        return;
+    const auto populate = [](std::uintptr_t from, std::uintptr_t to) {
+        ::madvise(reinterpret_cast<void*>(from), to - from, MADV_POPULATE_WRITE);
+    };
+    const std::uintptr_t middle = (begin + (end - begin) / 2) & ~(page - 1);
+    std::thread other;
+    try {
+        other = std::thread([=] { populate(begin, middle); });
+    } catch (const std::system_error&) {
+        // No thread to be had: the first half comes as it is painted.
+    }
+    populate(middle, end);
+    if (other.joinable())
+        other.join();
 }
 
 } // namespace marrowfin::x11

@@ -13,7 +13,8 @@ void ContentsKeeper::hold() {
 
 void ContentsKeeper::exempt(xcb_window_t window) const {
     if (holders > 0 && qt.extensions().composite)
-        qt.ignore(xcb_composite_unredirect_window_checked(qt.raw(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC));
+        qt.ignore(
+            xcb_composite_unredirect_window_checked(qt.raw(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC));
 }
 
 void ContentsKeeper::release() {

@@ -13,7 +13,8 @@ public:
     // Before the window that covers others is mapped; and the same number of times after it was unmapped.
     void hold();
     void release();
-    // While held: not this one, which is about to be mapped over the others. It is painted onto the screen itself.
+    // While held: not this one, which is about to be mapped over the others. It is painted onto the screen
+    // itself.
     void exempt(xcb_window_t window) const;
 
 private:

@@ -13,9 +13,8 @@ namespace marrowfin::x11 {
 struct X11Backend::Parts {
     Parts(std::unique_ptr<Connection> qt, std::function<void()> lastWill)
         : connection(std::move(qt)), loss(connection->raw(), std::move(lastWill)),
-          screens(*connection, board),
-          grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)), source(grabs),
-          hotKeys(*connection), scrollGestures(*connection) {}
+          screens(*connection, board), grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)),
+          source(grabs), hotKeys(*connection), scrollGestures(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;

@@ -72,8 +72,9 @@ private:
     DesktopRect given;
     QRegion inputRegion;
     QRegion outline;
-    // Stands over a still for good, because nothing blended when it was made. Then its pixels have no alpha: the
-    // server keeps every window that has some beside the screen, and would hold and copy the screen twice more.
+    // Stands over a still for good, because nothing blended when it was made. Then its pixels have no alpha:
+    // the server keeps every window that has some beside the screen, and would hold and copy the screen twice
+    // more.
     bool isOpaque = false;
     // The screen beneath while nothing blends, and where it was taken.
     QImage still;

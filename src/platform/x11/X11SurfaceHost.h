@@ -11,8 +11,8 @@ namespace marrowfin::x11 {
 
 class GrabLink;
 
-// Unavailable when the application doesn't run on X11. Surfaces may outlive the host. Stills are read with the
-// link.
+// Unavailable when the application doesn't run on X11. Surfaces may outlive the host. Stills are read with
+// the link.
 Result<std::unique_ptr<platform::SurfaceHost>> makeSurfaceHost(std::shared_ptr<GrabLink> grabs);
 
 } // namespace marrowfin::x11

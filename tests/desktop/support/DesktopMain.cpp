@@ -1,4 +1,5 @@
-// Entry of a test program on the virtual desktop (ring 4): an application on the display that ./session started.
+// Entry of a test program on the virtual desktop (ring 4): an application on the display that ./session
+// started.
 #include <QApplication>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -21,7 +21,8 @@ std::shared_ptr<x11::LayoutBoard> wholeRoot(const QByteArray& displayName) {
 Eye::Eye(const QByteArray& displayName) : Eye(displayName, wholeRoot(displayName)) {}
 
 Eye::Eye(const QByteArray& displayName, std::shared_ptr<x11::LayoutBoard> board)
-    : board(board), source(std::make_unique<x11::X11ScreenSource>(std::make_shared<x11::GrabLink>(displayName, board))) {}
+    : board(board),
+      source(std::make_unique<x11::X11ScreenSource>(std::make_shared<x11::GrabLink>(displayName, board))) {}
 
 Result<ShareableContent> Eye::content() {
     return waitFor(source->content());

@@ -52,8 +52,8 @@ protected:
     }
 
     void type(std::uint8_t kind, std::uint8_t key) {
-        // The server waits so many milliseconds before the event. No finger is faster: release and press of the
-        // same millisecond are its own repetition.
+        // The server waits so many milliseconds before the event. No finger is faster: release and press of
+        // the same millisecond are its own repetition.
         constexpr std::uint32_t delay = 2;
         rival->check(xcb_test_fake_input_checked(rival->raw(), kind, key, delay, XCB_WINDOW_NONE, 0, 0, 0));
     }
