@@ -48,7 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Tools, EachTool, testing::ValuesIn(allToolTypes),
 
 TEST_P(EachTool, IsCurrent) {
     press(GetParam());
-    expectLook(QStringLiteral("tool-") + rawValue(GetParam()));
+    expectLooks(QStringLiteral("tool-") + rawValue(GetParam()));
 }
 
 TEST_F(EditorLook, Ink) {
@@ -81,9 +81,14 @@ protected:
 
 TEST_F(LargerLook, Ink) {
     addInk();
-    expectLook(QStringLiteral("larger"));
-    desktop.appearance.setColorScheme(ColorScheme::Dark);
-    expectLook(QStringLiteral("larger-dark"));
+    expectLooks(QStringLiteral("larger"));
+}
+
+TEST_F(LargerLook, CropPending) {
+    press(ToolType::crop);
+    press(CropAspect::wide);
+    dragImage({120, 40}, {700, 300});
+    expectLooks(QStringLiteral("larger-crop"));
 }
 
 } // namespace
