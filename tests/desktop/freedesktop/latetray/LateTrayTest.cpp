@@ -1,20 +1,35 @@
-#include <utility>
 // A desktop without any status area, on which one appears later, goes and comes back.
 #include "desktop/freedesktop/support/NotifierDesktop.h"
 #include "desktop/freedesktop/support/Tray.h"
 #include "platform/freedesktop/FreedesktopStatusBar.h"
+#include "platform/freedesktop/NotifierHostWatch.h"
 
 #include <QTemporaryFile>
+#include <utility>
 
 using namespace marrowfin;
 using namespace marrowfin::testsupport;
 
 namespace {
 
-// The panel waits a quarter of a minute for a window manager before it goes on without one.
+// What the window names as the window manager's own; empty when it, or the window, isn't there.
+QByteArray managerNamedBy(const QStringList& window) {
+    const auto said = runProgram(QStringLiteral("xprop"), window + QStringList{"_NET_SUPPORTING_WM_CHECK"});
+    const auto at = said.output.lastIndexOf("# ");
+    return said.exitCode == 0 && at >= 0 ? said.output.mid(at + 2).trimmed() : QByteArray();
+}
+
+// The panel waits a quarter of a minute for a window manager before it goes on without one; and one that
+// comes up beside it may lose the windows that come at the same time.
 class WindowManager {
 public:
-    WindowManager() { process.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")}); }
+    WindowManager() {
+        process.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
+        EXPECT_TRUE(waitUntil([] {
+            const QByteArray named = managerNamedBy({"-root"});
+            return !named.isEmpty() && managerNamedBy({"-id", QString::fromLatin1(named)}) == named;
+        }));
+    }
     ~WindowManager() {
         process.terminate();
         waitUntil([this] { return process.state() == QProcess::NotRunning; });
@@ -47,9 +62,13 @@ private:
 
 class LateTray : public TrayTest {};
 
+// An item that knows that there is no host on D-Bus: it asked before a watch of ours did, which has its
+// answer.
 std::unique_ptr<platform::StatusItem> makeItem(DrawerLog& drawings) {
     auto item = freedesktop::FreedesktopStatusBar().makeItem();
     item->setIcon(drawings.drawer());
+    const freedesktop::NotifierHostWatch watch;
+    EXPECT_TRUE(waitUntil([&watch] { return watch.host() == freedesktop::NotifierHostWatch::Host::Absent; }));
     return item;
 }
 
@@ -62,7 +81,6 @@ TEST_F(LateTray, isServedWhenItComesAndWhenItComesBack) {
     const auto item = makeItem(drawings);
     int clicks = 0;
     item->setAction([&clicks](platform::StatusItemButton) { ++clicks; });
-    QCoreApplication::processEvents();
     for (int round = 1; round <= 2; ++round) {
         const Tint2 tray;
         ASSERT_TRUE(iconShows()) << "round " << round;
@@ -85,7 +103,6 @@ TEST_F(LateTray, isServedWhenItComesAndWhenItComesBack) {
 TEST_F(LateTray, soIsAHostOnDBus) {
     DrawerLog drawings;
     const auto item = makeItem(drawings);
-    QCoreApplication::processEvents();
     NotifierDesktop desktop(false);
     desktop.setHost(true);
     EXPECT_TRUE(waitUntil([&desktop] { return desktop.items.size() == 1; }));
