@@ -53,7 +53,7 @@ enum class CaptureResolution { Automatic = 0, Best = 1 };
 
 struct StreamConfiguration {
     CaptureResolution captureResolution = CaptureResolution::Automatic;
-    // Display-local, top left origin, points. Parts outside the display come out black. Windows have none.
+    // Display-local, top left origin, points. Parts outside of all screens come out black. Windows have none.
     std::optional<QRectF> sourceRect;
     // Of the frame, in pixels.
     int width = 0;
