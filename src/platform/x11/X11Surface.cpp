@@ -1,6 +1,7 @@
 #include "platform/x11/X11Surface.h"
 
 #include "platform/x11/BackingMemory.h"
+#include "platform/x11/QtPlace.h"
 #include "platform/x11/WindowRequests.h"
 
 #include <QEvent>
@@ -27,31 +28,6 @@ Qt::WindowFlags flagsFor(const platform::SurfaceSpec& traits) {
     if (traits.passesClicks)
         flags |= Qt::WindowTransparentForInput;
     return flags;
-}
-
-// In Qt's global coordinates. The size is rounded on its own, so that a move doesn't change it.
-QRect qtRect(const DesktopRect& frame) {
-    const QScreen* primary = QGuiApplication::primaryScreen();
-    if (!primary)
-        return {};
-    const QRectF onScreen = toScreen(frame, primary->geometry().height()).rect;
-    const QPoint origin = primary->geometry().topLeft();
-    return {origin.x() + roundedToInt(onScreen.x()), origin.y() + roundedToInt(onScreen.y()),
-            std::max(1, roundedToInt(onScreen.width())), std::max(1, roundedToInt(onScreen.height()))};
-}
-
-// The screen that shows most of it; the primary when none does.
-QScreen* screenShowing(const QRect& rect) {
-    QScreen* best = QGuiApplication::primaryScreen();
-    int most = 0;
-    for (QScreen* screen : QGuiApplication::screens()) {
-        const QRect part = screen->geometry().intersected(rect);
-        if (part.width() * part.height() > most) {
-            best = screen;
-            most = part.width() * part.height();
-        }
-    }
-    return best;
 }
 
 } // namespace

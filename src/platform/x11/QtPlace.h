@@ -1,0 +1,18 @@
+// Where a frame of the desktop is for the toolkit, whose global coordinates begin at its primary screen's own
+// corner. Points. Main thread.
+#pragma once
+
+#include "base/Coordinates.h"
+
+#include <QRect>
+
+class QScreen;
+
+namespace marrowfin::x11 {
+
+// The size is rounded on its own, so that a move doesn't change it.
+QRect qtRect(const DesktopRect& frame);
+// The screen that shows most of it; the primary when none does.
+QScreen* screenShowing(const QRect& rect);
+
+} // namespace marrowfin::x11
