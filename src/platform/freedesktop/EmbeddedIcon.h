@@ -1,8 +1,9 @@
 // The status item in a tray that embeds windows (XEmbed), whenever one is there: the toolkit waits for late
-// ones and docks again with new ones. Main thread.
+// ones and docks again with new ones, the keeper where it doesn't. Main thread.
 #pragma once
 
 #include "platform/StatusItem.h"
+#include "platform/freedesktop/TrayKeeper.h"
 
 #include <QObject>
 #include <QRect>
@@ -36,6 +37,7 @@ private:
     bool darkTray = true;
     QTimer settled;
     QSystemTrayIcon tray;
+    TrayKeeper keeper;
 };
 
 } // namespace marrowfin::freedesktop

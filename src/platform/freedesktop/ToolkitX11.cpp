@@ -18,6 +18,25 @@ xcb_connection_t* connection() {
     return found && !xcb_connection_has_error(found) ? found : nullptr;
 }
 
+int screenNumber() {
+    int number = 0;
+    char* host = nullptr;
+    int display = 0;
+    if (xcb_parse_display(nullptr, &host, &display, &number))
+        std::free(host);
+    return number;
+}
+
+xcb_window_t root() {
+    xcb_connection_t* server = connection();
+    if (!server)
+        return XCB_WINDOW_NONE;
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(server));
+    for (int i = screenNumber(); i > 0 && screens.rem > 1; --i)
+        xcb_screen_next(&screens);
+    return screens.data->root;
+}
+
 xcb_atom_t intern(const QByteArray& name) {
     xcb_connection_t* server = connection();
     if (!server)

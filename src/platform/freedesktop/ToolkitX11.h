@@ -1,5 +1,5 @@
-// The few questions about selections that go to the X server over the toolkit's connection. Each is one round
-// trip and answers "nobody" on other window systems and when the server is gone. Main thread.
+// The few questions about windows and selections that go to the X server over the toolkit's connection. Each
+// is one round trip and answers "nobody" on other window systems and when the server is gone. Main thread.
 #pragma once
 
 #include <QByteArray>
@@ -9,6 +9,9 @@ namespace marrowfin::freedesktop::toolkitx11 {
 
 // Null on other window systems, and when the connection is lost.
 xcb_connection_t* connection();
+// Of the screen that the program was started on; 0 and null when there is no server.
+int screenNumber();
+xcb_window_t root();
 xcb_atom_t intern(const QByteArray& name);
 // XCB_NONE when nobody has the selection.
 xcb_window_t selectionOwner(const QByteArray& selection);

@@ -178,11 +178,25 @@ class VirtualDesktop:
             return
         width, height = self.options.size
         half = width // 2
-        self.xrandr("--setmonitor", "*L", f"{half}/{half // 4}x{height}/{height // 4}+0+0", "screen")
-        self.xrandr("--setmonitor", "R", f"{half}/{half // 4}x{height}/{height // 4}+{half}+0", "none")
+        self.change_monitors("--setmonitor", "*L", f"{half}/{half // 4}x{height}/{height // 4}+0+0", "screen")
+        self.change_monitors("--setmonitor", "R", f"{half}/{half // 4}x{height}/{height // 4}+{half}+0", "none")
 
     def remove_monitor(self, name):
-        self.xrandr("--delmonitor", name)
+        self.change_monitors("--delmonitor", name)
+
+    def change_monitors(self, *arguments):
+        """The panel restarts for every change. Of two restarts in one moment the window manager may lose its window."""
+        starts = self.tray_starts()
+        self.xrandr(*arguments)
+        if "tint2" in self.parts:
+            wait_for(lambda: self.alive("tint2") and self.tray_starts() > starts, "the panel back after its restart")
+
+    def tray_starts(self):
+        path = os.path.join(self.logs, "tint2.log")
+        if not os.path.exists(path):
+            return 0
+        with open(path, errors="replace") as log:
+            return log.read().count("systray started")
 
     def xrandr(self, *arguments):
         child = self.owned.start(["xrandr", *arguments], "xrandr", self.environment)

@@ -119,7 +119,16 @@ def tray_icons(display):
         return []
     info = display.intern_atom("_XEMBED_INFO")
     # Toolkits set the property on larger windows too.
-    return [seen for seen in all_mapped(display) if max(seen.size) <= 96 and _has(seen.window, info)]
+    return [seen for seen in all_mapped(display)
+            if max(seen.size) <= 96 and _has(seen.window, info) and _is_embedded(seen.window)]
+
+
+def _is_embedded(window):
+    try:
+        tree = window.query_tree()
+    except error.BadWindow:
+        return False
+    return tree.parent != tree.root
 
 
 def _has(window, atom):
