@@ -3,6 +3,7 @@
 #include "base/Shared.h"
 #include "pin/PinGeometry.h"
 #include "pin/PinnedContentView.h"
+#include "platform/Screens.h"
 #include "platform/Services.h"
 #include "platform/SurfaceHost.h"
 
@@ -45,6 +46,16 @@ void PinnedWindow::show() {
     window->orderFront();
 }
 
+void PinnedWindow::stayOn(const std::vector<platform::Screen>& screens) {
+    const bool taken = !window->isVisible(); // with the monitor it was on
+    const bool seen = std::any_of(screens.begin(), screens.end(), [this](const platform::Screen& screen) {
+        return screen.frame.rect.intersects(current.rect);
+    });
+    setFrame(seen && !taken ? current : DesktopRect{QRectF(pinOrigin, current.rect.size())});
+    if (taken)
+        show();
+}
+
 void PinnedWindow::dragged(Qt::Edges held, const QPointF& delta) {
     if (held)
         setFrame(resizedPin(dragStart, held, delta, image.size()));
@@ -56,7 +67,10 @@ PinManager& PinManager::shared() {
     return Shared<PinManager>::instance();
 }
 
-PinManager::PinManager() = default;
+PinManager::PinManager() {
+    connect(&platform::services().screens, &platform::Screens::changed, this, &PinManager::screensChanged);
+}
+
 PinManager::~PinManager() = default;
 
 void PinManager::pin(const Image& image) {
@@ -67,8 +81,18 @@ void PinManager::pin(const Image& image) {
     const auto closeThis = [this, pinned] { close(pinned); };
     connect(pinned->content().closeButton(), &QAbstractButton::clicked, this, closeThis);
     pinned->content().onEscape = closeThis;
-    connect(&pinned->surface(), &platform::Surface::closed, this, closeThis);
+    // With its monitor. From the event loop: the toolkit is in the middle of it.
+    connect(&pinned->surface(), &platform::Surface::closed, this, &PinManager::screensChanged,
+            Qt::QueuedConnection);
     pinned->show();
+}
+
+void PinManager::screensChanged() {
+    const std::vector<platform::Screen> screens = platform::services().screens.screens();
+    if (screens.empty())
+        return; // until there is one again
+    for (const std::unique_ptr<PinnedWindow>& pinned : windows)
+        pinned->stayOn(screens);
 }
 
 void PinManager::close(const PinnedWindow* window) {

@@ -1,5 +1,5 @@
-// Images kept on the screen above other windows until the user closes them. Owns their windows. Points,
-// DesktopRect. Main thread.
+// Images kept on the screen above other windows until the user closes them, whatever becomes of the screen.
+// Owns their windows. Points, DesktopRect. Main thread.
 #pragma once
 
 #include "base/Coordinates.h"
@@ -14,7 +14,8 @@ namespace marrowfin {
 class PinnedContentView;
 namespace platform {
 class Surface;
-}
+struct Screen;
+} // namespace platform
 
 // One pin: lives exactly as long as it stands in the manager's list.
 class PinnedWindow {
@@ -29,6 +30,9 @@ public:
     DesktopRect frame() const { return current; }
     void setFrame(const DesktopRect& frame);
     void show();
+    // After these have changed: as far from the bottom as before, and back where pins come up if it is on
+    // none of them any more.
+    void stayOn(const std::vector<platform::Screen>& screens);
 
 private:
     void dragged(Qt::Edges held, const QPointF& delta);
@@ -55,6 +59,8 @@ public:
     void close(const PinnedWindow* window);
 
 private:
+    void screensChanged();
+
     std::vector<std::unique_ptr<PinnedWindow>> windows;
 };
 

@@ -142,12 +142,46 @@ TEST_F(Pins, EscapeClosesThePinThatHasTheKeyboard) {
     EXPECT_EQ(PinManager::shared().pinnedWindows()[0]->frame().rect.width(), 310);
 }
 
-TEST_F(Pins, APinThatTheSystemTookIsForgotten) {
+TEST_F(Pins, APinWhoseMonitorIsUnpluggedComesBackOnAnother) {
+    desktop.addScreen(2, {1440, 0, 1280, 720});
+    PinnedWindow& stays = pin(picture(200, 100));
+    drag(stays.content(), onImage(100, 50), {300, -200});
+    PinnedWindow& lost = pin(picture(300, 200));
+    drag(lost.content(), onImage(150, 100), {1500, -100});
+    ASSERT_EQ(lost.frame().rect, QRectF(1600, 200, 300, 200));
+    desktop.surfaceHost.surfaceOf(&lost.content())->takeAway();
+    desktop.removeScreen(2);
+    pass(0);
+    ASSERT_EQ(count(), 2u);
+    EXPECT_TRUE(lost.surface().isVisible());
+    EXPECT_EQ(lost.frame().rect, QRectF(100, 100, 300, 200));
+    EXPECT_EQ(stays.frame().rect, QRectF(400, 300, 200, 100));
+}
+
+TEST_F(Pins, APinOnNoScreenAnyMoreComesBackAndOneThatIsPartlySeenStays) {
+    PinnedWindow& high = pin(picture(300, 200));
+    drag(high.content(), onImage(150, 100), {0, -650});
+    PinnedWindow& lower = pin(picture(300, 200));
+    drag(lower.content(), onImage(150, 100), {0, -550});
+    const auto& places = desktop.surfaceHost.surfaceOf(&lower.content())->frames;
+    const std::size_t placed = places.size();
+    desktop.screens.shown[0].frame = desktop.screens.shown[0].visibleFrame = {QRectF(0, 0, 1024, 700)};
+    desktop.screens.tellChanged();
+    EXPECT_EQ(high.frame().rect, QRectF(100, 100, 300, 200));
+    EXPECT_EQ(lower.frame().rect, QRectF(100, 650, 300, 200));
+    EXPECT_GT(places.size(), placed); // its place counts from the bottom, which has moved
+}
+
+TEST_F(Pins, WithoutAnyScreenAPinWaitsForOne) {
     PinnedWindow& pinned = pin(picture(300, 200));
     desktop.surfaceHost.surfaceOf(&pinned.content())->takeAway();
-    EXPECT_EQ(count(), 0u);
+    desktop.removeScreen(1);
     pass(0);
-    EXPECT_TRUE(desktop.surfaceHost.surfaces.empty());
+    ASSERT_EQ(count(), 1u);
+    EXPECT_FALSE(pinned.surface().isVisible());
+    desktop.addScreen(3, {0, 0, 1024, 768});
+    desktop.screens.tellChanged();
+    EXPECT_TRUE(pinned.surface().isVisible());
 }
 
 TEST_F(Pins, AnEdgeResizesOnTheImagesShapeAndTheButtonStaysInItsCorner) {

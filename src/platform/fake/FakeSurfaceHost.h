@@ -39,7 +39,10 @@ public:
     std::vector<DesktopRect> frames; // every setFrame, in order
 
     // Plays the screen going away.
-    void takeAway() { Q_EMIT closed(); }
+    void takeAway() {
+        orderOut();
+        Q_EMIT closed();
+    }
 
 private:
     // Null once the played desktop is gone: a window on its way out may outlive it.
