@@ -193,6 +193,8 @@ void AnnotationCanvasView::mouseDown(const QPointF& viewPoint, ClickCount clicks
     setFocus(Qt::MouseFocusReason);
     const QPointF point = fit.toImage(viewPoint);
     if (tools->currentTool() == ToolType::crop) {
+        pointer.reset();
+        contentsDidChange();
         if (!doc->baseImage().isNull())
             crop.mouseDown(*tools, point, imageSize(), fit.scale);
         return;
@@ -203,11 +205,17 @@ void AnnotationCanvasView::mouseDown(const QPointF& viewPoint, ClickCount clicks
         beginTextEdit(request->session, request->text);
 }
 
+// A key may choose the crop tool in the middle of a drag: what was begun with another tool is ended with it.
+bool AnnotationCanvasView::isCropping() const {
+    return tools->currentTool() == ToolType::crop &&
+           pointer.interaction().kind == InteractionState::Kind::idle;
+}
+
 void AnnotationCanvasView::mouseMoveEvent(QMouseEvent* event) {
     if (!doc || !tools || !(event->buttons() & Qt::LeftButton))
         return;
     const QPointF point = fit.toImage(event->position());
-    if (tools->currentTool() == ToolType::crop) {
+    if (isCropping()) {
         crop.mouseDragged(*tools, point, imageSize(), fit.scale);
         return;
     }
@@ -218,7 +226,7 @@ void AnnotationCanvasView::mouseMoveEvent(QMouseEvent* event) {
 void AnnotationCanvasView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !doc || !tools)
         return;
-    if (tools->currentTool() == ToolType::crop) {
+    if (isCropping()) {
         crop.mouseUp(*tools);
         return;
     }

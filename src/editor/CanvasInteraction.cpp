@@ -125,6 +125,7 @@ bool dragIf(AnyAnnotation& annotation, const DragTo& drag) {
 std::optional<TextRequest> CanvasInteraction::mouseDown(AnnotationDocument& document, ToolState& tools,
                                                         const QPointF& point, double scale,
                                                         ClickCount clicks) {
+    reset(); // the release before may have gone elsewhere, to a dialog that came up meanwhile
     dragStart = point;
     switch (tools.currentTool()) {
     case ToolType::select:

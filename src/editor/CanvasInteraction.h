@@ -35,7 +35,7 @@ public:
     void mouseDragged(AnnotationDocument& document, const QPointF& point);
     void mouseUp(AnnotationDocument& document);
 
-    // Another document: what was going on in the old one is over.
+    // What was going on is over and leaves nothing.
     void reset();
 
 private:

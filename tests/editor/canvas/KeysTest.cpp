@@ -62,6 +62,40 @@ TEST_F(CanvasKeys, ThePendingCropGoesWithItsTool) {
     EXPECT_EQ(tools.cropAspect(), CropAspect::square);
 }
 
+TEST_F(CanvasKeys, ALetterInTheMiddleOfADragLeavesNoGhost) {
+    for (const ToolType tool : {ToolType::crop, ToolType::select, ToolType::text}) {
+        choose(ToolType::rectangle);
+        press({100, 100});
+        dragTo({200, 150});
+        const QChar letter = keyboardLetter(tool);
+        key(letter.toUpper().unicode(), Qt::NoModifier, QString(letter));
+        dragTo({300, 200});
+        release({300, 200});
+        ASSERT_EQ(count(), 1) << rawValue(tool).toStdString();
+        EXPECT_EQ(last<RectangleAnnotation>()->box(), QRectF(100, 100, 200, 100));
+        EXPECT_FALSE(tools.cropRect());
+        EXPECT_EQ(tools.currentTool(), tool);
+        const QImage before = shot();
+        undo();
+        EXPECT_EQ(count(), 0);
+        EXPECT_NE(shot(), before);
+        EXPECT_FALSE(canvas->interaction().inProgressAnnotation());
+    }
+}
+
+TEST_F(CanvasKeys, ADragWhoseReleaseWentElsewhereIsForgottenWithTheNextPress) {
+    const QImage empty = shot();
+    for (const ToolType tool : {ToolType::crop, ToolType::select}) {
+        choose(ToolType::rectangle);
+        press({100, 100});
+        dragTo({200, 150});
+        choose(tool);
+        click({400, 300});
+        EXPECT_EQ(count(), 0);
+        EXPECT_EQ(shot(), empty);
+    }
+}
+
 TEST_F(CanvasKeys, TheCanvasHasTheKeyboardWhenItIsShown) {
     EXPECT_EQ(window.focusWidget(), canvas);
 }

@@ -132,6 +132,10 @@ protected:
         if (tools.currentTool() != ToolType::crop) {
             ASSERT_FALSE(tools.cropRect());
         }
+        const CanvasInteraction& hands = canvas->interaction();
+        if (hands.interaction().kind == InteractionState::Kind::idle) {
+            ASSERT_FALSE(hands.inProgressAnnotation()); // which would be seen and be nowhere
+        }
         const QList<InlineTextEditor*> editors = canvas->findChildren<InlineTextEditor*>();
         ASSERT_LE(std::count_if(editors.begin(), editors.end(), [](auto* one) { return !one->isHidden(); }),
                   1);
