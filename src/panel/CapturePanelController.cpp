@@ -160,15 +160,16 @@ PanelActions CapturePanelController::actionsFor(const std::weak_ptr<Entry>& weak
         };
     };
     PanelActions actions;
-    actions.copy = ifUp([image](Entry&) {
+    // These two leave the card where it is, so a card that is already fading does them as well.
+    actions.copy = [image] {
         platform::Pasteboard& pasteboard = platform::services().pasteboard;
         pasteboard.clearContents();
         pasteboard.writeImage(image);
-    });
-    actions.save = ifUp([image](Entry& entry) {
-        if (entry.onSave)
-            entry.onSave(image);
-    });
+    };
+    actions.save = [weak, image] {
+        if (const std::shared_ptr<Entry> entry = weak.lock(); entry && entry->onSave)
+            entry->onSave(image);
+    };
     actions.openEditor = ifUp([this, image](Entry& entry) {
         openEditor(image);
         dismiss(entry.panel.get(), Animated::Yes);

@@ -200,13 +200,27 @@ TEST_F(Card, CloseJustLeaves) {
     EXPECT_EQ(opened(), 0u);
 }
 
-TEST_F(Card, AButtonOfAFadingCardDoesNothing) {
+TEST_F(Card, WhatAFadingCardConfirmsIsDone) {
+    const Image image = capture();
+    CapturePanel* panel = presentSettled(image);
+    controller().dismiss(panel, Animated::Yes);
+    for (const QString& title : {QStringLiteral("Copy"), QStringLiteral("Save")}) {
+        button(panel->content(), title)->click();
+        EXPECT_EQ(button(panel->content(), title)->shownSymbol(), QStringLiteral("checkmark"));
+    }
+    EXPECT_EQ(desktop.pasteboard.image, image);
+    EXPECT_EQ(savedImages, std::vector<Image>{image});
+}
+
+TEST_F(Card, AFadingCardOpensNoEditorAndPinsNothing) {
     CapturePanel* panel = presentSettled();
     controller().dismiss(panel, Animated::Yes);
     button(panel->content(), QStringLiteral("Annotate"))->click();
+    button(panel->content(), QStringLiteral("Pin"))->click();
     button(panel->content(), QStringLiteral("Close"))->click();
     clickAt(panel->content(), onCard(120, 80));
     EXPECT_EQ(opened(), 0u);
+    EXPECT_TRUE(PinManager::shared().pinnedWindows().empty());
 }
 
 } // namespace marrowfin
