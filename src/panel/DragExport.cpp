@@ -98,9 +98,13 @@ void DragExport::start(std::function<void(qint64)> ready) {
 }
 
 std::optional<QString> DragExport::file() {
-    if (written)
+    // A card that stays up may outlive its file: a later card takes out what is older than an hour, the
+    // system what it likes.
+    if (written && QFileInfo::exists(path))
         return path;
     if (path.isEmpty() || image.pixels().isNull())
+        return std::nullopt;
+    if (const QString folder = dragExportFolder(); !isOursAlone(folder) || !path.startsWith(folder + u'/'))
         return std::nullopt;
     const QByteArray png = image.png();
     if (png.isEmpty() || !writeFileAtomically(path, png))

@@ -20,7 +20,7 @@ public:
     // Writes the file in the background; the block gets the number of bytes once it is there, unless this
     // object has gone by then.
     void start(std::function<void(qint64)> ready);
-    // The file, written now if it isn't there yet. Nothing when that fails.
+    // The file, written now if it isn't there yet or no longer. Nothing when that fails.
     std::optional<QString> file();
 
     const QString& destination() const { return path; }

@@ -188,6 +188,23 @@ TEST_F(DragOut, ADragThatBeginsBeforeTheFileIsThereWritesIt) {
     EXPECT_EQ(QImage(drags->urls[0].toLocalFile()).size(), QSize(2000, 1500));
 }
 
+TEST_F(DragOut, AFileThatWasTakenOutMeanwhileIsWrittenAgain) {
+    SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
+    CapturePanel* panel = presentSettled();
+    Clock::setNow([] { return QDateTime::currentDateTimeUtc().addSecs(4000); });
+    present(); // which takes out what is older than an hour
+    ASSERT_FALSE(QFile::exists(panel->content().dragExport().destination()));
+    drag(panel, {10, 0});
+    ASSERT_EQ(drags->urls.size(), 1);
+    EXPECT_EQ(QImage(drags->urls[0].toLocalFile()).size(), QSize(400, 200));
+
+    panel = presentSettled();
+    ASSERT_TRUE(QDir(folder()).removeRecursively());
+    drag(panel, {10, 0});
+    ASSERT_EQ(drags->urls.size(), 1);
+    EXPECT_EQ(QImage(drags->urls[0].toLocalFile()).size(), QSize(400, 200));
+}
+
 TEST_F(DragOut, WithoutPixelsThereIsNoDragAndNoClickEither) {
     CapturePanel* panel = present(Image());
     drag(panel, {10, 0});
