@@ -3,6 +3,7 @@
 #include "app/ApplicationStyle.h"
 #include "app/LaunchMode.h"
 #include "app/TerminationSignals.h"
+#include "base/AtomicFile.h"
 #include "base/Corrections.h"
 #include "base/Log.h"
 #include "base/Memory.h"
@@ -18,6 +19,7 @@
 #include <QDir>
 #include <QIcon>
 #include <QTimer>
+#include <chrono>
 #include <cstdio>
 
 using namespace marrowfin;
@@ -44,8 +46,16 @@ void chooseFiles(const platform::Folders& folders) {
         QDir(folders.applicationSupport()).filePath(QStringLiteral("Marrowfin/History")));
 }
 
+// What was captured is worth more than the desktop that went away: it reaches the disk, and nothing is left
+// half-written.
+void finishFiles() {
+    using namespace std::chrono_literals;
+    CaptureHistory::finishSaves();
+    finishWrites(5s);
+}
+
 int runApplication(QApplication& application) {
-    Result<std::unique_ptr<session::Session>> session = session::Session::open();
+    Result<std::unique_ptr<session::Session>> session = session::Session::open(finishFiles);
     if (!session) {
         printLine(session.error().message);
         return 1;

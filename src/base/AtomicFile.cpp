@@ -3,10 +3,12 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <mutex>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,6 +17,24 @@ namespace marrowfin {
 namespace {
 
 constexpr int mostLinks = 40; // as the kernel
+
+std::mutex writesLock;
+std::condition_variable writesChanged;
+int writesUnderWay = 0;
+
+struct UnderWay {
+    UnderWay() {
+        const std::lock_guard hold(writesLock);
+        ++writesUnderWay;
+    }
+    ~UnderWay() {
+        const std::lock_guard hold(writesLock);
+        --writesUnderWay;
+        writesChanged.notify_all();
+    }
+    UnderWay(const UnderWay&) = delete;
+    UnderWay& operator=(const UnderWay&) = delete;
+};
 
 tl::unexpected<Error> systemFailure(int number) {
     return failure(QString::fromLocal8Bit(std::strerror(number)));
@@ -86,6 +106,7 @@ int obstacleAt(const QString& path) {
 } // namespace
 
 Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes, FileAppears appears) {
+    const UnderWay counted;
     const Result<QString> target = endOfLinks(path);
     if (!target)
         return tl::unexpected(target.error());
@@ -99,6 +120,11 @@ Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes, F
     if (!file.becomes(*target))
         return systemFailure(errno);
     return {};
+}
+
+void finishWrites(std::chrono::milliseconds patience) {
+    std::unique_lock hold(writesLock);
+    writesChanged.wait_for(hold, patience, [] { return writesUnderWay == 0; });
 }
 
 void flushToDisk(const QString& path) {

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <chrono>
 
 namespace marrowfin {
 
@@ -21,6 +22,10 @@ Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes,
                                  FileAppears appears = FileAppears::OnceOnDisk);
 // Waits until the disk has the file, where it can.
 void flushToDisk(const QString& path);
+// Waits until no other thread is in the middle of writing a file; for an end of the process that runs no
+// destructors, so that it leaves no temporary neighbour behind. No longer than this: a disk that hangs must
+// not keep the process.
+void finishWrites(std::chrono::milliseconds patience);
 // Makes the folder and those above it, for its owner alone (0700) where it is new.
 Result<void> makePrivateFolder(const QString& path);
 

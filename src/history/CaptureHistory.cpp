@@ -92,6 +92,11 @@ Outcome<std::optional<QString>> CaptureHistory::saveAsync(const Image& image) {
     return outcome;
 }
 
+void CaptureHistory::finishSaves() {
+    if (Shared<CaptureHistory>::exists())
+        shared().queue.sync([] {});
+}
+
 QStringList CaptureHistory::list() const {
     QStringList paths;
     queue.sync([&] { paths = read(); });

@@ -36,6 +36,9 @@ public:
     std::optional<QString> save(const Image& image);
     // The same without waiting for the disk on this thread. Encoding is awaited too, if it isn't done.
     Outcome<std::optional<QString>> saveAsync(const Image& image);
+    // Returns when the saves that were asked for have ended; for an end of the process that runs no
+    // destructors. Nothing to do, and no folder made, when no history was used yet.
+    static void finishSaves();
     // Paths, newest first; empty on any error. Any visible file counts, whatever its name.
     QStringList list() const;
     // Removes the folder with all that is in it, and makes it again.

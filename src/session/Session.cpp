@@ -58,9 +58,9 @@ Result<void> Session::prepare() {
     return {};
 }
 
-Result<std::unique_ptr<Session>> Session::open() {
+Result<std::unique_ptr<Session>> Session::open(std::function<void()> lastWill) {
     auto parts = std::make_unique<Parts>();
-    Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make();
+    Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make(std::move(lastWill));
     if (!backend)
         return tl::unexpected(backend.error());
     Result<std::unique_ptr<platform::SurfaceHost>> surfaceHost = x11::makeSurfaceHost((*backend)->grabs());

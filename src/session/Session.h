@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "platform/Services.h"
 
+#include <functional>
 #include <memory>
 
 namespace marrowfin::session {
@@ -13,8 +14,10 @@ class Session {
 public:
     // Before QApplication is made: chooses the window system. The error is a sentence for the user.
     static Result<void> prepare();
-    // After QApplication is made.
-    static Result<std::unique_ptr<Session>> open();
+    // After QApplication is made. The last will runs when the desktop goes away under the program, right
+    // before the process ends without destructors: for files that are being written. It must not touch a
+    // window.
+    static Result<std::unique_ptr<Session>> open(std::function<void()> lastWill = {});
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <thread>
 
 using namespace marrowfin;
 
@@ -151,6 +152,21 @@ TEST_F(AtomicFile, aFullDiskLeavesTheOldFile) {
         expectFailure(at("old"), QByteArray(100000, 'x'), "File too large");
     }
     EXPECT_EQ(contentOf(at("old")), "old");
+}
+
+TEST_F(AtomicFile, whatIsBeingWrittenIsWaitedForAndThenLeavesNoNeighbour) {
+    const QByteArray large(64 << 20, 'x');
+    std::thread writer([&] { EXPECT_TRUE(writeFileAtomically(at("large"), large)); });
+    while (everything().isEmpty())
+        std::this_thread::yield();
+    finishWrites(std::chrono::minutes(1));
+    EXPECT_EQ(everything(), QStringList("large"));
+    writer.join();
+}
+
+TEST_F(AtomicFile, withNothingBeingWrittenThereIsNothingToWaitFor) {
+    ASSERT_TRUE(writeFileAtomically(at("file"), "bytes"));
+    finishWrites(std::chrono::hours(1));
 }
 
 TEST_F(AtomicFile, flushingWhatIsNotThereIsNothing) {

@@ -372,6 +372,17 @@ TEST_F(History, whatWasAskedForBeforeTheEndIsOnDisk) {
     EXPECT_EQ(visibleFiles().size(), 5);
 }
 
+TEST_F(History, anEndWithoutDestructorsFindsOnDiskWhatWasAskedFor) {
+    CaptureHistory::useFolder(folder());
+    CaptureHistory::finishSaves();
+    EXPECT_FALSE(QFileInfo::exists(folder())) << "where nothing was captured nothing is made";
+    for (int i = 0; i < 5; ++i)
+        static_cast<void>(CaptureHistory::shared().saveAsync(picture(0xff336699U, {1200, 900})));
+    CaptureHistory::finishSaves();
+    EXPECT_EQ(visibleFiles().size(), 5);
+    EXPECT_EQ(everything().size(), 5) << "no temporary neighbour either";
+}
+
 TEST_F(History, clearAllComesAfterTheSavesBeforeIt) {
     CaptureHistory history(folder());
     for (int i = 0; i < 5; ++i)
