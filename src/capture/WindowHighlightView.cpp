@@ -1,5 +1,6 @@
 #include "capture/WindowHighlightView.h"
 
+#include "base/Geometry.h"
 #include "base/SystemColors.h"
 
 #include <QMouseEvent>
@@ -15,7 +16,9 @@ void WindowHighlightView::mousePressEvent(QMouseEvent* event) {
 }
 
 void WindowHighlightView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && onSelect)
+    // The press holds the pointer, so a release anywhere comes here: one beside the rectangle is a change of
+    // mind.
+    if (event->button() == Qt::LeftButton && contains(QRectF(rect()), event->position()) && onSelect)
         onSelect(windowID);
 }
 

@@ -1,4 +1,5 @@
-// One window's clickable rectangle in the window selector.
+// One window's clickable rectangle in the window selector. Widget coordinates, y down. Main thread; a child
+// of the selector's overlay.
 #pragma once
 
 #include <QWidget>
@@ -13,7 +14,7 @@ public:
     explicit WindowHighlightView(QWidget* parent);
 
     std::uint32_t windowID = 0;
-    // On the release of a press that landed here.
+    // On the release, here, of a press that landed here.
     std::function<void(std::uint32_t)> onSelect;
 
 protected:

@@ -122,6 +122,62 @@ TEST_F(WindowSelectorTest, selectionHappensOnTheRelease) {
     EXPECT_EQ(picked(), 42u);
 }
 
+TEST_F(WindowSelectorTest, aReleaseBesideThePressedRectangleSelectsNothing) {
+    desktop.screenSource.addWindow(1, 1, {100, 100, 300, 200});
+    desktop.screenSource.addWindow(2, 1, {450, 100, 300, 200});
+    begin();
+    // As the window system delivers it: the view that took the press gets the release, wherever it is.
+    WindowHighlightView& first = view(1);
+    for (const QPoint& onScreen : {QPoint(20, 20), view(2).geometry().center()}) {
+        pressMouse(first, {10, 10});
+        releaseMouse(first, first.mapFromParent(onScreen));
+        QApplication::processEvents();
+        EXPECT_FALSE(result.has_value());
+        EXPECT_TRUE(root().isVisible());
+    }
+    // Back on it before the release: picked.
+    pressMouse(first, {10, 10});
+    moveMouse(first, first.mapFromParent(QPoint(20, 20)));
+    releaseMouse(first, {299, 199});
+    EXPECT_EQ(picked(), 1u);
+}
+
+TEST_F(WindowSelectorTest, onlyTheLeftButtonPicks) {
+    desktop.screenSource.addWindow(42, 1, {100, 100, 300, 400});
+    begin();
+    clickMouse(view(42), {10, 10}, Qt::RightButton);
+    clickMouse(view(42), {10, 10}, Qt::MiddleButton);
+    QApplication::processEvents();
+    EXPECT_FALSE(result.has_value());
+}
+
+TEST_F(WindowSelectorTest, aScreenThatGoesWhileSelectingIsACancel) {
+    desktop.screenSource.addWindow(42, 1, {100, 100, 300, 400});
+    begin();
+    desktop.surfaceHost.surfaces.front()->takeAway();
+    EXPECT_FALSE(picked().has_value());
+}
+
+TEST_F(WindowSelectorTest, theOverlayCoversTheScreenWithTheKeyboardAndShowsItUndimmed) {
+    desktop.addScreen(1, {0, 0, 640, 480});
+    desktop.screenSource.addWindow(1, 1, {100, 100, 300, 200});
+    begin();
+    const fake::FakeSurface& surface = *desktop.surfaceHost.surfaces.front();
+    EXPECT_EQ(surface.frame().rect, QRectF(0, 0, 640, 480));
+    EXPECT_EQ(surface.traits.level, platform::SurfaceLevel::Overlay);
+    EXPECT_EQ(surface.traits.keyboard, platform::SurfaceKeyboard::Exclusive);
+    EXPECT_FALSE(surface.traits.passesClicks);
+    QImage shot(root().size(), QImage::Format_ARGB32_Premultiplied);
+    shot.fill(Qt::transparent);
+    root().render(&shot, QPoint(), QRegion(), QWidget::DrawChildren);
+    EXPECT_EQ(qAlpha(shot.pixel(600, 400)), 0) << "beside the rectangles";
+    const QPoint middle = view(1).geometry().center();
+    EXPECT_NEAR(qAlpha(shot.pixel(middle)), 51, 1) << "white at 0.2";
+    EXPECT_NEAR(qRed(shot.pixel(middle)), 51, 1);
+    const QPoint corner = view(1).geometry().topLeft();
+    EXPECT_EQ(QColor(shot.pixel(corner)), QColor(0, 122, 255)) << "the blue line";
+}
+
 TEST_F(WindowSelectorTest, aClickBetweenRectanglesKeepsTheOverlayUp) {
     desktop.screenSource.addWindow(1, 1, {100, 100, 300, 200});
     begin();

@@ -94,6 +94,17 @@ class AWindow(WindowStory):
         self.input.click(300, 300)
         self.program.wait_for_history(1)
 
+    def test_a_release_beside_the_pressed_rectangle_picks_nothing(self):
+        self.sample("Alpha", (200, 150), (500, 400))
+        self.start_program(corrections="window-rectangles")
+        self.bring_up_selector((300, 300))
+        self.input.drag((300, 300), (1200, 800))
+        self.input.key("Escape")
+        self.wait_for_no_overlay()
+        # What wasn't captured shows by what comes next: the whole screen is the first file.
+        self.input.hot_key(3)
+        self.assertEqual(self.program.wait_for_history(1).shape, (1000, 1600, 3))
+
     def test_its_own_card_is_no_candidate(self):
         alpha = self.sample("Alpha", (0, 700), (600, 200))
         self.start_program({"postCaptureAction": "Open Editor"}, corrections="window-rectangles")
