@@ -1,15 +1,19 @@
 #include "capture/CountdownDigit.h"
 
 #include "base/SystemFonts.h"
+#include "chrome/Timing.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
 
 namespace marrowfin {
 
+using chrome::AnimationClock;
+using chrome::TimingFunction;
+
 namespace {
 constexpr double restingAlpha = 0.3;
-constexpr int fadeMilliseconds = 800;
+constexpr double fadeSeconds = 0.8;
 
 QFont digitFont() {
     return monospacedSystemFont(120, QFont::Bold);
@@ -18,24 +22,26 @@ QFont digitFont() {
 
 CountdownDigit::CountdownDigit(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    QEasingCurve easeInOut(QEasingCurve::BezierSpline);
-    easeInOut.addCubicBezierSegment({0.42, 0}, {0.58, 1}, {1, 1});
-    fade.setStartValue(1.0);
-    fade.setEndValue(restingAlpha);
-    fade.setDuration(fadeMilliseconds);
-    fade.setEasingCurve(easeInOut);
-    connect(&fade, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        currentAlpha = value.toDouble();
-        update(numberRect().toAlignedRect());
-    });
+}
+
+CountdownDigit::~CountdownDigit() {
+    AnimationClock::shared().cancel(*this);
 }
 
 void CountdownDigit::showNumber(int number) {
+    AnimationClock& clock = AnimationClock::shared();
     shown = QString::number(number);
-    fade.stop();
+    shownAt = clock.now();
     currentAlpha = 1.0;
     update();
-    fade.start();
+    clock.schedule(*this, clock.nextFrame());
+}
+
+std::optional<double> CountdownDigit::tick(double now) {
+    const double progress = TimingFunction::easeInEaseOut().progress((now - shownAt) / fadeSeconds);
+    currentAlpha = 1.0 + (restingAlpha - 1.0) * progress;
+    update(numberRect().toAlignedRect());
+    return progress < 1 ? std::optional(AnimationClock::shared().nextFrame()) : std::nullopt;
 }
 
 QRectF CountdownDigit::numberRect() const {

@@ -1,16 +1,19 @@
 // The view of the self-timer: one very large number in its middle, which fades from opaque to 0.3 each time
-// it is shown.
+// it is shown, on the animation clock. Points, widget coordinates (y down). Main thread; a child of the
+// countdown's overlay.
 #pragma once
 
-#include <QVariantAnimation>
+#include "chrome/AnimationClock.h"
+
 #include <QWidget>
 
 namespace marrowfin {
 
-class CountdownDigit : public QWidget {
+class CountdownDigit : public QWidget, private chrome::AnimationClock::Client {
     Q_OBJECT
 public:
     explicit CountdownDigit(QWidget* parent);
+    ~CountdownDigit() override;
 
     void showNumber(int number);
     // Where the number stands, centred by its own width.
@@ -23,9 +26,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    std::optional<double> tick(double now) override;
+
     QString shown;
+    double shownAt = 0; // on the animation clock
     double currentAlpha = 1.0;
-    QVariantAnimation fade;
 };
 
 } // namespace marrowfin

@@ -4,26 +4,25 @@
 #include "platform/Services.h"
 
 #include <QPointer>
-#include <QTimer>
-#include <chrono>
 
 namespace marrowfin {
 
 using namespace platform;
-using namespace std::chrono_literals;
 
 namespace {
-Outcome<void> after(std::chrono::milliseconds time) {
-    auto [settler, outcome] = makeOutcome<void>();
-    QTimer::singleShot(time, Qt::PreciseTimer, [settler = settler] { settler.settle({}); });
-    return outcome;
+constexpr double secondsPerDigit = 1;
 }
-} // namespace
 
 SelfTimerOverlay::SelfTimerOverlay() = default;
 SelfTimerOverlay::~SelfTimerOverlay() {
     if (window)
         OverlayWindow::retire(std::move(window));
+}
+
+Outcome<void> SelfTimerOverlay::secondPassed() {
+    auto [settler, outcome] = makeOutcome<void>();
+    pause.start(secondsPerDigit, [settler = settler] { settler.settle({}); });
+    return outcome;
 }
 
 QCoro::Task<> SelfTimerOverlay::run(int seconds) {
@@ -43,7 +42,7 @@ QCoro::Task<> SelfTimerOverlay::run(int seconds) {
     for (int n = seconds; n >= 1; --n) {
         if (digit)
             digit->showNumber(n);
-        co_await after(1s);
+        co_await secondPassed();
     }
     OverlayWindow::retire(std::move(window));
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "capture/OverlayWindow.h"
+#include "chrome/Delay.h"
 
 #include <QCoro/QCoroTask>
 #include <memory>
@@ -18,7 +19,10 @@ public:
     QCoro::Task<> run(int seconds);
 
 private:
+    Outcome<void> secondPassed();
+
     std::unique_ptr<OverlayWindow> window;
+    chrome::Delay pause; // between two digits
 };
 
 } // namespace marrowfin

@@ -1,57 +1,108 @@
 #include "capture/SelfTimerOverlay.h"
 
-#include "base/Clock.h"
 #include "capture/CountdownDigit.h"
+#include "chrome/AnimationClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "support/Input.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
 using namespace marrowfin::testsupport;
+using marrowfin::chrome::AnimationClock;
 using marrowfin::fake::FakeDesktop;
 using marrowfin::fake::waitUntil;
 
-TEST(SelfTimerOverlay, countsDownEachDigitFadingAndReturnsWhenItIsOver) {
+namespace {
+
+// Holds the time: what is looked at stands still meanwhile.
+class SelfTimerOverlayTest : public testing::Test {
+protected:
+    SelfTimerOverlayTest() { AnimationClock::shared().hold(); }
+
+    void pass(double seconds) {
+        AnimationClock::shared().advance(seconds);
+        QApplication::processEvents();
+    }
+    CountdownDigit* digit() { return onlyChildOfTopLevels<CountdownDigit>(); }
+
     FakeDesktop desktop;
-    desktop.addScreen(1, {0, 0, 800, 600});
     SelfTimerOverlay overlay;
+};
+
+} // namespace
+
+TEST_F(SelfTimerOverlayTest, countsDownEachDigitFadingForASecondAndReturnsWhenItIsOver) {
+    desktop.addScreen(1, {0, 0, 800, 600});
     bool over = false;
-    QStringList digits;
-    double lowest = 1;
-    double highest = 0;
-    const double started = Clock::monotonicSeconds();
     overlay.run(3).then([&] { over = true; });
-    ASSERT_TRUE(waitUntil([&] {
-        if (auto* digit = onlyChildOfTopLevels<CountdownDigit>(); digit && !over) {
-            if (digits.isEmpty() || digits.last() != digit->text())
-                digits << digit->text();
-            lowest = std::min(lowest, digit->alpha());
-            highest = std::max(highest, digit->alpha());
-        }
-        return over;
-    }));
-    EXPECT_EQ(digits, QStringList({QStringLiteral("3"), QStringLiteral("2"), QStringLiteral("1")}));
-    EXPECT_NEAR(highest, 1.0, 0.05);
-    EXPECT_NEAR(lowest, 0.3, 0.001);
-    EXPECT_GE(Clock::monotonicSeconds() - started, 2.99) << "a whole second for each digit";
+    for (const char* number : {"3", "2", "1"}) {
+        ASSERT_NE(digit(), nullptr) << number;
+        EXPECT_EQ(digit()->text(), QLatin1String(number));
+        EXPECT_EQ(digit()->alpha(), 1.0);
+        pass(0.4);
+        EXPECT_NEAR(digit()->alpha(), 0.65, 0.04) << "half the way at half the time, to a frame";
+        pass(0.42);
+        EXPECT_NEAR(digit()->alpha(), 0.3, 1e-9);
+        pass(0.17);
+        EXPECT_EQ(digit()->text(), QLatin1String(number)) << "a whole second";
+        EXPECT_FALSE(over);
+        pass(0.02);
+    }
+    EXPECT_TRUE(over);
+    ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
 }
 
-TEST(SelfTimerOverlay, theOverlayTakesNoClickAndNoKeyboard) {
-    FakeDesktop desktop;
+TEST_F(SelfTimerOverlayTest, theDigitIsSeenInWhiteOverTheDimOfTheWholeScreen) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    SelfTimerOverlay overlay;
+    overlay.run(3);
+    QWidget& window = *digit()->window();
+    EXPECT_EQ(window.size(), QSize(800, 600));
+    const auto shot = [&window] {
+        QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        window.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        return image;
+    };
+    const auto brightest = [](const QImage& image) {
+        int most = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                most = std::max(most, qRed(image.pixel(x, y)));
+        return most;
+    };
+    EXPECT_NEAR(qAlpha(shot().pixel(5, 5)), 102, 1) << "black at 0.4";
+    EXPECT_EQ(brightest(shot()), 255);
+    pass(0.9);
+    EXPECT_NEAR(brightest(shot()), 0.3 * 255, 2);
+    for (int left = 0; left < 3; ++left)
+        pass(1.01);
+}
+
+TEST_F(SelfTimerOverlayTest, aScreenThatGoesMeanwhileDoesNotEndTheCount) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    bool over = false;
+    overlay.run(2).then([&] { over = true; });
+    desktop.surfaceHost.surfaces.front()->takeAway();
+    pass(1.01);
+    EXPECT_FALSE(over);
+    pass(1.01);
+    EXPECT_TRUE(over);
+}
+
+TEST_F(SelfTimerOverlayTest, theOverlayTakesNoClickAndNoKeyboard) {
+    desktop.addScreen(1, {0, 0, 800, 600});
     overlay.run(1);
     const fake::FakeSurface& surface = *desktop.surfaceHost.surfaces.front();
     EXPECT_TRUE(surface.traits.passesClicks);
     EXPECT_EQ(surface.traits.keyboard, platform::SurfaceKeyboard::None);
     EXPECT_EQ(surface.traits.level, platform::SurfaceLevel::Overlay);
+    pass(1.01);
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
 }
 
-TEST(SelfTimerOverlay, aDigitIsCentredAlsoWhenItsWidthDiffersFromTheLast) {
-    FakeDesktop desktop;
-    desktop.addScreen(1, {0, 0, 800, 600});
+TEST_F(SelfTimerOverlayTest, aDigitIsCentredAlsoWhenItsWidthDiffersFromTheLast) {
     QWidget parent;
     parent.resize(800, 600);
     auto* digit = new CountdownDigit(&parent);
@@ -67,19 +118,15 @@ TEST(SelfTimerOverlay, aDigitIsCentredAlsoWhenItsWidthDiffersFromTheLast) {
     EXPECT_GT(widths[0], widths[1]);
 }
 
-TEST(SelfTimerOverlay, withoutAMainScreenItReturnsAtOnce) {
-    FakeDesktop desktop;
-    SelfTimerOverlay overlay;
+TEST_F(SelfTimerOverlayTest, withoutAMainScreenItReturnsAtOnce) {
     bool over = false;
     overlay.run(10).then([&] { over = true; });
     EXPECT_TRUE(over);
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
 }
 
-TEST(SelfTimerOverlay, zeroSecondsShowsNoDigit) {
-    FakeDesktop desktop;
+TEST_F(SelfTimerOverlayTest, zeroSecondsShowsNoDigit) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    SelfTimerOverlay overlay;
     bool over = false;
     overlay.run(0).then([&] { over = true; });
     EXPECT_TRUE(over);
