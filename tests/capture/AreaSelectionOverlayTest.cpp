@@ -1,9 +1,12 @@
 #include "capture/AreaSelectionOverlay.h"
 
+#include "base/SystemFonts.h"
 #include "capture/SelectionView.h"
 #include "platform/fake/FakeDesktop.h"
 #include "support/Input.h"
 
+#include <QFontMetricsF>
+#include <QPainter>
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
@@ -204,6 +207,34 @@ TEST_F(AreaSelectionOverlayTest, theBorderIsWhiteDashesOfFourOnAndFourOff) {
         (qRed(shot.pixel(x, 100)) > 200 ? white : dark) += 1;
     EXPECT_NEAR(white, 90, 4);
     EXPECT_NEAR(dark, 90, 4);
+}
+
+TEST_F(AreaSelectionOverlayTest, theLabelTellsTheWholePointsOfWidthAndHeight) {
+    begin();
+    pressMouse(view(), {100, 100});
+    moveMouse(view(), {300.9, 160.9});
+    QImage shot(view().size(), QImage::Format_ARGB32_Premultiplied);
+    shot.fill(Qt::transparent);
+    view().render(&shot, QPoint(), QRegion(), QWidget::DrawChildren);
+
+    const QFont font = monospacedDigitSystemFont(12, QFont::Medium);
+    const QString text = QStringLiteral("200 × 60");
+    const double width = QFontMetricsF(font).horizontalAdvance(text);
+    const double height = QFontMetricsF(font).height();
+    const QRectF label(100 + 200.9 / 2 - width / 2, 100 - 4 - (height + 4), width + 8, height + 4);
+    QImage expected(view().size(), QImage::Format_ARGB32_Premultiplied);
+    expected.fill(Qt::transparent);
+    QPainter painter(&expected);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(expected.rect(), QColor::fromRgbF(0, 0, 0, 0.5f));
+    painter.fillRect(label, QColor::fromRgbF(0, 0, 0, 0.7f));
+    painter.fillRect(label.adjusted(4, 2, -4, -2), QColor::fromRgbF(0, 0, 0, 0.7f));
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(label.topLeft() + QPointF(4, 2 + QFontMetricsF(font).ascent()), text);
+    painter.end();
+    const QRect around = label.toAlignedRect().adjusted(-10, -10, 10, 0);
+    EXPECT_EQ(shot.copy(around), expected.copy(around));
 }
 
 TEST_F(AreaSelectionOverlayTest, theLabelStandsAboveTheSelectionAndIsNotMovedBackFromTheEdge) {

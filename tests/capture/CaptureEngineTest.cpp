@@ -2,6 +2,7 @@
 #include "capture/CaptureError.h"
 #include "platform/fake/FakeDesktop.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
@@ -63,11 +64,10 @@ TEST_F(CaptureEngineTest, aFrameAfterTheFirstResumesNobody) {
     capture([](FakeStream& playing) { playing.deliver(frameOf(filled(Qt::red))); });
     ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
     stream().deliver(frameOf(filled(Qt::blue)));
-    bool passed = false;
-    SerialQueue after(QStringLiteral("after"));
-    after.async([&] { postToMain([&] { passed = true; }); });
-    ASSERT_TRUE(waitUntil([&] { return passed; }));
+    stream().finishDeliveries();
+    QCoreApplication::processEvents();
     EXPECT_EQ(resumed, 1);
+    EXPECT_EQ((*result)->pixels().pixelColor(0, 0), QColor(Qt::red));
     EXPECT_EQ(stream().stopCount, 1);
 }
 
@@ -88,6 +88,34 @@ TEST_F(CaptureEngineTest, invalidEmptyForeignAndIdleFramesLeaveTheStreamRunning)
     ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
     ASSERT_TRUE(result->has_value());
     EXPECT_EQ((*result)->pixels().pixelColor(0, 0), QColor(Qt::green));
+}
+
+TEST_F(CaptureEngineTest, aStreamWithoutAUsableFrameLeavesTheCallerWaitingAndRuns) {
+    capture([](FakeStream& playing) {
+        Frame blank;
+        blank.status = FrameStatus::Blank;
+        playing.deliver(blank);
+    });
+    stream().finishDeliveries();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(result.has_value());
+    EXPECT_EQ(stream().startCount, 1);
+    EXPECT_EQ(stream().stopCount, 0);
+    stream().deliver(frameOf(filled(Qt::red)));
+    ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
+    EXPECT_TRUE(result->has_value()) << "the frame that came late counts";
+}
+
+TEST_F(CaptureEngineTest, anErrorAfterAFrameDoesNothing) {
+    capture([](FakeStream& playing) { playing.deliver(frameOf(filled(Qt::red))); },
+            [](FakeStream& made) {
+                made.lateStartError = Error{Error::Kind::Failed, QStringLiteral("too late")};
+            });
+    ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
+    stream().finishDeliveries();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(result->has_value());
+    EXPECT_EQ(resumed, 1);
 }
 
 TEST_F(CaptureEngineTest, aCompleteFrameWithoutPixelsIsNoImageBuffer) {

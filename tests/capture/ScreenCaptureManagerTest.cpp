@@ -89,6 +89,19 @@ TEST_F(ScreenCaptureManagerTest, aCancelledSelectionChangesNothing) {
     EXPECT_EQ(output.text(), QString());
 }
 
+TEST_F(ScreenCaptureManagerTest, aCancelledSelectionKeepsThePreviousRectangle) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    int ended = 0;
+    manager.captureArea().then([&] { ++ended; });
+    drag({10, 10}, {60, 60});
+    ASSERT_TRUE(waitUntil([&] { return ended == 1 && selection() == nullptr; }));
+    manager.captureArea().then([&] { ++ended; });
+    drag({100, 100}, {103, 300});
+    ASSERT_TRUE(waitUntil([&] { return ended == 2; }));
+    EXPECT_EQ(manager.previousRect()->rect, QRectF(10, 540, 50, 50));
+    EXPECT_EQ(desktop.screenSource.streams.size(), 1u);
+}
+
 TEST_F(ScreenCaptureManagerTest, aFailedCaptureKeepsTheNewRectangleAndTheOldImage) {
     desktop.addScreen(1, {0, 0, 800, 600});
     ASSERT_TRUE(run(manager.captureFullscreen()));
@@ -250,12 +263,27 @@ TEST_F(ScreenCaptureManagerTest, aPermissionAlertOpensTheSettingsOnItsFirstButto
     ASSERT_TRUE(waitUntil([&] { return onlyTopLevel<QMessageBox>() != nullptr; }));
     auto* alert = onlyTopLevel<QMessageBox>();
     EXPECT_EQ(alert->text(), QStringLiteral("Screen Recording Permission Required"));
-    EXPECT_TRUE(alert->informativeText().endsWith(QStringLiteral("then relaunch the app.")));
+    EXPECT_EQ(
+        alert->informativeText(),
+        QStringLiteral("Marrowfin needs screen recording permission. Please enable it in System Settings > "
+                       "Privacy & Security > Screen Recording, then relaunch the app."));
+    EXPECT_EQ(alert->icon(), QMessageBox::Warning);
     ASSERT_NE(buttonNamed(*alert, QStringLiteral("Cancel")), nullptr);
     buttonNamed(*alert, QStringLiteral("Open Settings"))->click();
     ASSERT_TRUE(waitUntil([&] { return granted.has_value(); }));
     EXPECT_FALSE(*granted);
     EXPECT_EQ(desktop.opener.pages, std::vector{SettingsPage::ScreenRecording});
+}
+
+TEST_F(ScreenCaptureManagerTest, theAlertsCancelOpensNothing) {
+    desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
+    std::optional<bool> granted;
+    ScreenCaptureManager::screenPermissionGranted().then([&](bool answer) { granted = answer; });
+    ASSERT_TRUE(waitUntil([&] { return onlyTopLevel<QMessageBox>() != nullptr; }));
+    buttonNamed(*onlyTopLevel<QMessageBox>(), QStringLiteral("Cancel"))->click();
+    ASSERT_TRUE(waitUntil([&] { return granted.has_value(); }));
+    EXPECT_FALSE(*granted);
+    EXPECT_TRUE(desktop.opener.pages.empty());
 }
 
 TEST_F(ScreenCaptureManagerTest, permissionIsGrantedInSilence) {

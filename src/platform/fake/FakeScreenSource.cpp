@@ -19,9 +19,12 @@ void FakeStream::startCapture(CompletionHandler handler) {
     ++startCount;
     MARROWFIN_INVARIANT(queue != nullptr);
     queue->async([this, handler = std::move(handler), error = startError] {
-        handler(error);
+        if (error || !lateStartError)
+            handler(error);
         if (!error && onStart)
             onStart(*this);
+        if (!error && lateStartError)
+            queue->async([handler, late = lateStartError] { handler(late); });
     });
 }
 
@@ -33,6 +36,12 @@ void FakeStream::stopCapture(CompletionHandler handler) {
 void FakeStream::deliver(const Frame& frame, OutputType type) {
     MARROWFIN_INVARIANT(queue != nullptr);
     queue->async([handler = frameHandler, frame, type] { handler(frame, type); });
+}
+
+void FakeStream::finishDeliveries() {
+    // What is played at the start is queued by a block of the queue itself.
+    queue->sync([] {});
+    queue->sync([] {});
 }
 
 FakeScreenSource::FakeScreenSource() {

@@ -16,6 +16,8 @@ public:
     // What the calls answer.
     std::optional<Error> addOutputError;
     std::optional<Error> startError;
+    // The start is told to have failed, but only after the frames that onStart plays.
+    std::optional<Error> lateStartError;
     // Called on the sample queue after the start; plays frames, for instance.
     std::function<void(FakeStream&)> onStart;
 
@@ -29,6 +31,8 @@ public:
 
     // On the sample queue, in order.
     void deliver(const platform::Frame& frame, platform::OutputType type = platform::OutputType::Screen);
+    // Returns when everything played so far has been taken.
+    void finishDeliveries();
 
 private:
     std::shared_ptr<SerialQueue> queue;
