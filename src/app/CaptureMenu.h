@@ -1,5 +1,5 @@
 // The rows of the two menus, built afresh each time one opens. Key columns are labels: the menu exists only
-// while it is open, and the global combinations are ShortcutManager's.
+// while it is open, and the global combinations are ShortcutManager's. The taker owns a menu. Main thread.
 #pragma once
 
 #include "app/Features.h"

@@ -1,4 +1,4 @@
-// The three global key combinations. They aren't configurable.
+// The three global key combinations. They aren't configurable. Values; any thread.
 #pragma once
 
 #include <QString>

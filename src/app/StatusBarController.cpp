@@ -40,14 +40,14 @@ MenuActions StatusBarController::actions() {
 }
 
 void StatusBarController::showMenu() {
-    popUp(makeMainMenu(actions(), has.recorder.get()), true);
+    popUp(makeMainMenu(actions(), has.recorder.get()), Place::AtItem);
 }
 
 void StatusBarController::captureAllInOne() {
-    popUp(makeAllInOneMenu(actions(), has.recorder.get()), false);
+    popUp(makeAllInOneMenu(actions(), has.recorder.get()), Place::AtPointer);
 }
 
-void StatusBarController::popUp(std::unique_ptr<QMenu> menu, bool atItem) {
+void StatusBarController::popUp(std::unique_ptr<QMenu> menu, Place place) {
     // A second click while a menu is open replaces it.
     if (openMenu)
         openMenu->close();
@@ -55,7 +55,7 @@ void StatusBarController::popUp(std::unique_ptr<QMenu> menu, bool atItem) {
     openMenu = shown;
     // Nothing is cached: a menu goes when it has closed, after its action has run.
     QObject::connect(shown, &QMenu::aboutToHide, shown, &QObject::deleteLater);
-    if (atItem)
+    if (place == Place::AtItem)
         statusItem.popUp(*shown);
     else
         shown->popup(QCursor::pos());

@@ -42,7 +42,8 @@ public:
 
 private:
     MenuActions actions();
-    void popUp(std::unique_ptr<QMenu> menu, bool atItem);
+    enum class Place { AtItem, AtPointer };
+    void popUp(std::unique_ptr<QMenu> menu, Place place);
 
     platform::StatusItem& statusItem;
     ScreenCaptureManager& captureManager;

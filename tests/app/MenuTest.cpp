@@ -1,16 +1,10 @@
-#include "AppFixture.h"
+// The two menus row by row.
+#include "MenuFixture.h"
 
 #include "app/CaptureMenu.h"
-#include "app/StatusBarController.h"
-#include "capture/CountdownDigit.h"
-#include "capture/ScreenCaptureManager.h"
-#include "capture/SelectionView.h"
-#include "editor/EditorWindowController.h"
-#include "support/CapturedOutput.h"
-#include "support/Input.h"
+#include "chrome/Symbols.h"
 
-#include <QDialog>
-#include <QMenu>
+#include <map>
 
 using namespace marrowfin;
 using namespace marrowfin::platform;
@@ -43,28 +37,25 @@ QStringList rows(const QMenu& menu) {
     return titles;
 }
 
-QAction* row(const QMenu& menu, const char* title) {
-    for (QAction* action : menu.actions())
-        if (action->text().section(u'\t', 0, 0) == QLatin1String(title))
-            return action;
-    ADD_FAILURE() << "no row " << title;
-    return nullptr;
+// The symbols of the rows that have one, drawn as a menu draws them; by title.
+void expectSymbols(const QMenu& menu, const std::map<QString, QString>& symbols) {
+    const QColor color = menu.palette().color(QPalette::WindowText);
+    const auto drawn = [](const QIcon& icon) { return icon.pixmap(32, 32).toImage(); };
+    for (const QAction* action : menu.actions()) {
+        if (action->isSeparator() || !action->isEnabled())
+            continue;
+        const QString title = action->text().section(u'\t', 0, 0);
+        ASSERT_TRUE(symbols.contains(title)) << title.toStdString();
+        EXPECT_EQ(drawn(action->icon()), drawn(chrome::symbolIcon(symbols.at(title), color)))
+            << title.toStdString();
+        EXPECT_TRUE(action->isIconVisibleInMenu()) << title.toStdString();
+    }
 }
 
-class MenuTest : public AppFixture {
+class MenuTest : public MenuFixture {
 protected:
     PlayedRecorder recorder;
     std::unique_ptr<QMenu> mainMenu() { return makeMainMenu({}, &recorder); }
-    QMenu& opened() {
-        desktop.statusBar.item->action(StatusItemButton::Left);
-        return *desktop.statusBar.item->shownMenu;
-    }
-    void choose(const char* title) {
-        QMenu& menu = opened();
-        QAction* action = row(menu, title);
-        menu.hide();
-        action->trigger();
-    }
 };
 
 } // namespace
@@ -104,16 +95,37 @@ TEST_F(MenuTest, keyColumnsAreLabelsNotShortcuts) {
         EXPECT_TRUE(action->shortcut().isEmpty()) << action->text().toStdString();
 }
 
-TEST_F(MenuTest, everyCommandRowButTheHeadersHasASymbol) {
-    const auto menu = mainMenu();
-    for (const QAction* action : menu->actions())
-        EXPECT_TRUE(action->isSeparator() || !action->isEnabled() || !action->icon().isNull())
-            << action->text().toStdString();
+TEST_F(MenuTest, eachCommandRowHasItsSymbol) {
+    std::map<QString, QString> symbols = {
+        {"All-In-One", "camera.viewfinder"},
+        {"Capture Area", "rectangle.dashed"},
+        {"Capture Previous Area", "rectangle.dashed.badge.record"},
+        {"Capture Fullscreen", "desktopcomputer"},
+        {"Capture Window", "macwindow"},
+        {"Scrolling Capture", "scroll"},
+        {"Self-Timer", "timer"},
+        {"Capture Text (OCR)", "text.viewfinder"},
+        {"Open from Clipboard", "doc.on.clipboard"},
+        {"Pin to Screen", "pin"},
+        {"Record Screen", "record.circle"},
+        {"Capture History...", "clock.arrow.circlepath"},
+        {"Settings...", "gear"},
+        {"Check for Updates...", "arrow.down.circle"},
+        {"Quit Marrowfin", "power"},
+    };
+    expectSymbols(*mainMenu(), symbols);
+    recorder.now = RecorderState::recording;
+    symbols["Stop Recording (01:23)"] = "stop.circle.fill";
+    expectSymbols(*mainMenu(), symbols);
+    symbols["Stop Recording"] = "record.circle"; // the small menu's doesn't change
+    expectSymbols(*makeAllInOneMenu({}, &recorder), symbols);
+    recorder.now = RecorderState::idle;
+    expectSymbols(*makeAllInOneMenu({}, &recorder), symbols);
 }
 
 TEST_F(MenuTest, theTimersSubmenuHasThreeRowsWithTheirSeconds) {
     const auto menu = mainMenu();
-    const QMenu* submenu = row(*menu, "Self-Timer")->menu();
+    const QMenu* submenu = row(*menu, QStringLiteral("Self-Timer"))->menu();
     EXPECT_EQ(rows(*submenu), QStringList({QStringLiteral("3 seconds"), QStringLiteral("5 seconds"),
                                            QStringLiteral("10 seconds")}));
     EXPECT_EQ(submenu->actions().at(2)->data().toInt(), 10);
@@ -123,10 +135,10 @@ TEST_F(MenuTest, theTimersSubmenuHasThreeRowsWithTheirSeconds) {
 TEST_F(MenuTest, theRecordingRowFollowsTheStateAtTheMomentOfOpening) {
     recorder.now = RecorderState::recording;
     const auto menu = mainMenu();
-    EXPECT_NE(row(*menu, "Stop Recording (01:23)"), nullptr);
+    EXPECT_NE(row(*menu, QStringLiteral("Stop Recording (01:23)")), nullptr);
     recorder.now = RecorderState::stopping;
-    EXPECT_NE(row(*mainMenu(), "Record Screen"), nullptr);
-    EXPECT_NE(row(*menu, "Stop Recording (01:23)"), nullptr) << "fixed while it is open";
+    EXPECT_NE(row(*mainMenu(), QStringLiteral("Record Screen")), nullptr);
+    EXPECT_NE(row(*menu, QStringLiteral("Stop Recording (01:23)")), nullptr) << "fixed while it is open";
 }
 
 TEST_F(MenuTest, theAllInOneMenuRowByRow) {
@@ -162,101 +174,4 @@ TEST_F(MenuTest, aMenuGoesWhenItHasClosed) {
     const QPointer<QMenu> menu = &opened();
     menu->close();
     EXPECT_TRUE(waitUntil([&] { return menu.isNull(); }));
-}
-
-TEST_F(MenuTest, aCommandEndsAtTheAlertWithoutPermission) {
-    desktop.addScreen(1, {0, 0, 800, 600});
-    desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
-    launch();
-    choose("Capture Fullscreen");
-    ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QDialog>() != nullptr; }));
-    onlyTopLevel<QDialog>()->reject();
-    ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QDialog>() == nullptr; }));
-    EXPECT_FALSE(delegate.captureManager()->capturedImage().has_value());
-}
-
-TEST_F(MenuTest, captureFullscreenCaptures) {
-    desktop.addScreen(1, {0, 0, 800, 600});
-    launch();
-    choose("Capture Fullscreen");
-    EXPECT_TRUE(waitUntil([&] { return delegate.captureManager()->capturedImage().has_value(); }));
-}
-
-TEST_F(MenuTest, theSelfTimerCountsAndThenLetsTheUserDrawTheArea) {
-    desktop.addScreen(1, {0, 0, 800, 600});
-    launch();
-    QMenu& menu = opened();
-    QAction* three = row(menu, "Self-Timer")->menu()->actions().first();
-    menu.hide();
-    three->trigger();
-    ASSERT_TRUE(waitUntil([] { return onlyChildOfTopLevels<CountdownDigit>() != nullptr; }));
-    EXPECT_EQ(onlyChildOfTopLevels<SelectionView>(), nullptr);
-    ASSERT_TRUE(waitUntil([] { return onlyChildOfTopLevels<SelectionView>() != nullptr; }));
-    dragMouse(*onlyChildOfTopLevels<SelectionView>(), {10, 10}, {100, 100});
-    EXPECT_TRUE(waitUntil([&] { return delegate.captureManager()->capturedImage().has_value(); }));
-}
-
-TEST_F(MenuTest, theClipboardRowsAreSilentWithoutAnImage) {
-    launch();
-    CapturedOutput output;
-    choose("Open from Clipboard");
-    choose("Pin to Screen");
-    QApplication::processEvents();
-    EXPECT_EQ(output.text(), QString());
-}
-
-TEST_F(MenuTest, pinToScreenPinsTheClipboardsImage) {
-    desktop.addScreen(1, {0, 0, 800, 600});
-    launch();
-    desktop.pasteboard.image = picture();
-    const std::size_t before = desktop.surfaceHost.surfaces.size();
-    choose("Pin to Screen");
-    ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.size() == before + 1; }));
-    EXPECT_EQ(desktop.surfaceHost.surfaces.back()->traits.level, SurfaceLevel::Pin);
-}
-
-TEST_F(MenuTest, openFromClipboardOpensTheImageInAnEditorInFront) {
-    launch();
-    desktop.pasteboard.image = picture();
-    CapturedOutput output;
-    choose("Open from Clipboard");
-    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().size() == 1; }));
-    const EditorWindowController& editor = *EditorWindowController::openEditors().front();
-    EXPECT_EQ(editor.image(), *desktop.pasteboard.image);
-    EXPECT_TRUE(editor.window()->isVisible());
-    EXPECT_TRUE(waitUntil([&] { return editor.window()->isActiveWindow(); }));
-    EXPECT_EQ(output.text(), QString());
-}
-
-TEST_F(MenuTest, anEditorFromTheClipboardStaysReferencedWhenItsWindowHasClosed) {
-    launch();
-    desktop.pasteboard.image = picture();
-    choose("Open from Clipboard");
-    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().size() == 1; }));
-    const std::weak_ptr<EditorWindowController> editor = EditorWindowController::openEditors().front();
-    editor.lock()->window()->close();
-    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().empty(); }));
-    ASSERT_FALSE(editor.expired());
-    EXPECT_EQ(editor.lock()->window(), nullptr) << "only the image is kept, not a window's memory";
-    choose("Open from Clipboard");
-    ASSERT_TRUE(waitUntil([] { return EditorWindowController::openEditors().size() == 1; }));
-    EXPECT_NE(EditorWindowController::openEditors().front(), editor.lock());
-}
-
-TEST_F(MenuTest, whatIsNotBuiltYetSaysSoInOneLine) {
-    launch();
-    const std::pair<const char*, const char*> lines[] = {
-        {"Scrolling Capture", "Scrolling capture isn't built yet.\n"},
-        {"Capture Text (OCR)", "Text capture isn't built yet.\n"},
-        {"Record Screen", "Screen recording isn't built yet.\n"},
-        {"Capture History...", "The capture history window isn't built yet.\n"},
-        {"Settings...", "The settings window isn't built yet.\n"},
-        {"Check for Updates...", "The update check isn't built yet.\n"},
-    };
-    for (const auto& [title, line] : lines) {
-        CapturedOutput output;
-        choose(title);
-        QApplication::processEvents();
-        EXPECT_EQ(output.text(), QLatin1String(line));
-    }
 }

@@ -139,6 +139,22 @@ TEST_F(RoutingTest, aHistoryThatCantBeWrittenKeepsNothingBackFromTheClipboard) {
     EXPECT_EQ(cards(), 1u);
 }
 
+TEST_F(RoutingTest, aRetentionOfOneDayLeavesAWeekOldCaptureInPlace) {
+    launch();
+    SettingsStore::shared().setHistoryRetentionDays(1);
+    const qint64 weekAgo = Clock::now().addDays(-7).toSecsSinceEpoch();
+    const QString old =
+        historyFolder() + QStringLiteral("/capture_%1_0188D2B1-0000-7000-8000-000000000001.png").arg(weekAgo);
+    ASSERT_TRUE(makePrivateFolder(historyFolder()));
+    ASSERT_TRUE(writeFileAtomically(old, picture().png()));
+    QFile file(old);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(QDateTime::fromSecsSinceEpoch(weekAgo), QFileDevice::FileModificationTime));
+    capture(picture());
+    EXPECT_TRUE(QFile::exists(old));
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 2);
+}
+
 TEST_F(RoutingTest, capturesAreRoutedOneAtATimeInTheOrderTaken) {
     launch();
     const Image first = picture(Qt::red);
