@@ -11,6 +11,10 @@ from support.story import COPY_ONLY, Story, main
 from support.waiting import wait_for
 
 
+FLAGS = ("--self-test", "--panel-preview", "--editor-proof", "--crop-proof", "--editor-ui-proof", "--ocr-ui-proof",
+         "--hero-demo", "--blur-demo", "--crop-demo")
+
+
 class ATakenKey(Story):
     settings = COPY_ONLY
 
@@ -63,12 +67,22 @@ class HotKeys(Story):
                 self.input.hot_key(3)
                 self.program.wait_for_history(count)
 
-    def test_a_flag_of_a_later_version_is_said_to_be_missing(self):
-        self.program = Program(self.desktop, arguments=["--self-test", "--crop-demo"])
+    def start_mode(self, *flags):
+        """Its one line. It can't reach the desktop, so no item stands in the tray and no key is held."""
+        self.program = Program(self.desktop, arguments=flags, environment={"DISPLAY": ":987"})
         self.program.start(wait_until_ready=False)
         self.assertEqual(self.program.wait(), 1)
-        self.assertEqual(len(self.program.lines), 1)
-        self.assertIn("--self-test", self.program.lines[0])
+        self.assertEqual(self.program.errors, [])
+        self.assertEqual(len(self.program.lines), 1, self.program.lines)
+        return self.program.lines[0]
+
+    def test_each_flag_of_a_later_version_is_said_to_be_missing_and_needs_no_desktop(self):
+        for flag in FLAGS:
+            with self.subTest(flag=flag):
+                self.assertEqual(self.start_mode(flag), f"{flag} isn't built yet.")
+
+    def test_of_two_flags_the_order_of_the_modes_decides(self):
+        self.assertIn("--self-test", self.start_mode("--crop-demo", "--self-test"))
 
     def test_what_merely_begins_with_a_flag_starts_the_program(self):
         self.start_program(arguments=["--self-tests"])
