@@ -22,6 +22,7 @@ constexpr auto all = {SystemColor::red,
                       SystemColor::accentGround,
                       SystemColor::windowBackground,
                       SystemColor::separator,
+                      SystemColor::underPageBackground,
                       SystemColor::black,
                       SystemColor::white};
 } // namespace

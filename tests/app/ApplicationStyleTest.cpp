@@ -1,0 +1,70 @@
+// How ordinary windows look, and that they follow the desktop's appearance while they stand.
+#include "app/ApplicationStyle.h"
+
+#include "platform/fake/FakeDesktop.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QStyle>
+#include <cmath>
+#include <gtest/gtest.h>
+
+using namespace marrowfin;
+using marrowfin::fake::FakeDesktop;
+
+namespace {
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double first = luminance(a);
+    const double second = luminance(b);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+} // namespace
+
+TEST(ApplicationStyle, textCanBeReadInBothAppearances) {
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        const QPalette palette = applicationPalette(scheme);
+        const std::pair<QPalette::ColorRole, QPalette::ColorRole> pairs[] = {
+            {QPalette::WindowText, QPalette::Window},         {QPalette::Text, QPalette::Base},
+            {QPalette::Text, QPalette::AlternateBase},        {QPalette::ButtonText, QPalette::Button},
+            {QPalette::HighlightedText, QPalette::Highlight}, {QPalette::ToolTipText, QPalette::ToolTipBase},
+        };
+        for (const auto& [text, ground] : pairs)
+            EXPECT_GE(contrast(palette.color(text), palette.color(ground)), 4.5)
+                << "role " << text << ", scheme " << static_cast<int>(scheme);
+    }
+}
+
+TEST(ApplicationStyle, disabledTextIsDimmerThanTheOther) {
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        const QPalette palette = applicationPalette(scheme);
+        for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            EXPECT_LT(contrast(palette.color(QPalette::Disabled, role), palette.color(QPalette::Window)),
+                      contrast(palette.color(QPalette::Active, role), palette.color(QPalette::Window)));
+    }
+}
+
+TEST(ApplicationStyle, windowsThatStandFollowTheAppearance) {
+    FakeDesktop desktop;
+    installApplicationStyle();
+    EXPECT_EQ(QApplication::style()->name().toLower(), QStringLiteral("fusion"));
+    QLabel window(QStringLiteral("text"));
+    window.show();
+    EXPECT_EQ(window.palette().color(QPalette::Window), QColor(246, 246, 246));
+    // The toolkit hands a palette on from the event loop.
+    desktop.appearance.setColorScheme(ColorScheme::Dark);
+    QApplication::processEvents();
+    EXPECT_EQ(window.palette().color(QPalette::Window), QColor(40, 40, 40));
+    EXPECT_GT(window.palette().color(QPalette::WindowText).lightness(), 180);
+    desktop.appearance.setColorScheme(ColorScheme::Light);
+    QApplication::processEvents();
+    EXPECT_EQ(window.palette().color(QPalette::Window), QColor(246, 246, 246));
+}
