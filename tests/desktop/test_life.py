@@ -88,6 +88,45 @@ class HotKeys(Story):
         self.start_program(arguments=["--self-tests"])
 
 
+class Corrections(Story):
+    settings = COPY_ONLY
+
+    def start_line(self, corrections):
+        self.start_program(corrections=corrections)
+        self.assertEqual(self.program.stop(), 0)
+        self.assertEqual(self.program.lines, [])
+        return self.program.errors
+
+    def test_one_line_at_the_start_names_those_that_are_active(self):
+        self.assertEqual(self.start_line("all"), [
+            "[Marrowfin] corrections: window-rectangles,scroll-point,recording-area,recording-take"])
+        self.assertEqual(self.start_line("window-rectangles"), ["[Marrowfin] corrections: window-rectangles"])
+
+    def test_the_bare_program_has_none_and_says_nothing(self):
+        self.assertEqual(self.start_line(None), [])
+
+
+class ASecondProgram(Story):
+    settings = COPY_ONLY
+
+    def test_it_finds_the_keys_taken_and_runs_beside_the_first(self):
+        self.start_program()
+        first = self.program
+        self.program = Program(self.desktop)
+        self.program.start(wait_until_ready=False)
+        alert = windows.wait_for_one(lambda: self.program.check_running() or self.program.dialogs(), "the alert")
+        text = reading.text_of(self.desktop, self.settled(alert.rectangle))
+        for purpose in ("fullscreen capture", "area capture", "window capture"):
+            self.assertIn(purpose, text)
+        wait_for(lambda: len(windows.tray_icons(self.display)) == 2, "both icons")
+        self.input.hot_key(3)
+        self.program.wait_for_history(1)
+        self.assertEqual(self.program.stop(), 0)
+        self.input.hot_key(3)
+        first.wait_for_history(2)
+        self.assertEqual(first.stop(), 0)
+
+
 class ALateTray(Story):
     desktop_options = {"tray": False}
     settings = COPY_ONLY
