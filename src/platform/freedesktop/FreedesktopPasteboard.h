@@ -27,7 +27,6 @@ public:
 
 private:
     struct Write;
-    Outcome<void> begin(std::unique_ptr<QMimeData> data, const Image& image = {});
     void offerIfStillWanted(const std::weak_ptr<Write>& write);
     void supersedePendingWrite();
 

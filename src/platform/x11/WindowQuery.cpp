@@ -103,10 +103,6 @@ std::optional<WindowFacts> take(const Connection& c, xcb_window_t window, const 
     return facts;
 }
 
-} // namespace
-
-namespace {
-
 // A window manager that was killed leaves its list behind; the window that it named as its own is gone then.
 bool windowManagerIsGone(const Connection& c, const std::vector<std::uint32_t>& check) {
     return !check.empty() &&
