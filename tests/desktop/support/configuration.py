@@ -52,6 +52,8 @@ log-level = "warn";
 """
 
 # A bar at the bottom with the tray alone: nothing on it moves by itself, so two grabs of the screen are the same.
+# What the tray below is painted in.
+PANEL_COLOR = (0x30, 0x30, 0x30)
 TINT2 = """rounded = 0
 border_width = 0
 background_color = #303030 100

@@ -10,7 +10,7 @@ import tempfile
 from Xlib import X, Xatom
 from Xlib.display import Display
 
-from support import configuration, owned, wallpaper
+from support import configuration, owned, pixels, wallpaper
 from support.waiting import wait_for
 
 
@@ -146,6 +146,7 @@ class VirtualDesktop:
         config = configuration.write_tint2(self.folder)
         self.start_part("tint2", ["tint2", "-c", config])
         self.wait_for_owner("tint2", "_NET_SYSTEM_TRAY_S0", "a tray")
+        self.wait_for_panel(1, self.options.size[0] - 2)
 
     def start_clipboard_manager(self):
         configuration.write_clipman(self.folder)
@@ -190,6 +191,14 @@ class VirtualDesktop:
         self.xrandr(*arguments)
         if "tint2" in self.parts:
             wait_for(lambda: self.alive("tint2") and self.tray_starts() > starts, "the panel back after its restart")
+            self.wait_for_panel(1)
+
+    def wait_for_panel(self, *columns):
+        """It has its selection some time before it is seen."""
+        row = self.options.size[1] - 2
+        wait_for(lambda: self.alive("tint2") and all(
+            pixels.pixel(self.display, column, row) == configuration.PANEL_COLOR for column in columns),
+                 "the panel at the bottom of the screen")
 
     def tray_starts(self):
         path = os.path.join(self.logs, "tint2.log")
