@@ -1,5 +1,6 @@
 #include "annotation/AnnotationDocument.h"
 
+#include "annotation/CropGeometry.h"
 #include "annotation/ImageCompositor.h"
 #include "base/Geometry.h"
 #include "base/Invariant.h"
@@ -168,7 +169,8 @@ void AnnotationDocument::crop(const QRectF& rect) {
     if (base.isNull() || !isFinite(rect))
         return;
     const std::optional<QRectF> kept = intersection(rect, whole);
-    if (!kept || kept->width() < 1.0 || kept->height() < 1.0 || isExactly(*kept, whole))
+    if (!kept || kept->width() < minimumCommittedCrop || kept->height() < minimumCommittedCrop ||
+        isExactly(*kept, whole))
         return;
     Image cut = ImageCompositor::cropImage(base, *kept);
     if (cut.isNull())

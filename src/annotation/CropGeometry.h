@@ -13,6 +13,8 @@ namespace marrowfin {
 
 // A freshly drawn rectangle below this on either axis is discarded.
 constexpr double minimumDefinedCrop = 4.0;
+// Below this on either axis nothing is cut.
+constexpr double minimumCommittedCrop = 1.0;
 // The reach of the guides: 6 view points at any canvas scale.
 constexpr double cropSnapThreshold(double scale) {
     return 6.0 / scale;

@@ -14,8 +14,6 @@ namespace marrowfin::ImageCompositor {
 
 namespace {
 
-constexpr double blurSigma = 12.0; // image points
-
 bool hasArea(const QSizeF& size) {
     return size.width() > 0 && size.height() > 0;
 }

@@ -18,9 +18,11 @@ namespace marrowfin::ImageCompositor {
 // pending crop and unfinished ink are the canvas's alone.
 Image composite(const AnnotationDocument& document);
 
-// Blurs what the pixels hold inside the box, by 12 of its units, and touches nothing outside of it; pixels on
-// the box's edge blend. The transform leads from the box's space to pixels. On failure the pixels stay as
-// they were. The format is RGB32 or ARGB32_Premultiplied.
+// The sigma of a blur box, in image points.
+constexpr double blurSigma = 12.0;
+// Blurs what the pixels hold inside the box, by blurSigma of its units, and touches nothing outside of it;
+// pixels on the box's edge blend. The transform leads from the box's space to pixels. On failure the pixels
+// stay as they were. The format is RGB32 or ARGB32_Premultiplied.
 void applyBlur(const QRectF& box, QImage& pixels, const QTransform& toPixels);
 
 // The whole picture blurred, its edges without fading; sigma in pixels. Null on failure.

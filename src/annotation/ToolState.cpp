@@ -6,6 +6,12 @@ namespace marrowfin {
 
 ToolState::ToolState(QObject* parent) : QObject(parent), color(systemColor(SystemColor::red)) {}
 
+void ToolState::choose(ToolType newTool) {
+    const ToolType previous = tool;
+    setCurrentTool(newTool);
+    toolDidChange(previous);
+}
+
 void ToolState::setCurrentTool(ToolType newTool) {
     tool = newTool;
     Q_EMIT currentToolSet(newTool);

@@ -26,6 +26,8 @@ public:
     const std::optional<QRectF>& cropRect() const { return pendingCrop; }
     CropAspect cropAspect() const { return aspect; }
 
+    // As a person chooses it, with all that a change of tool entails.
+    void choose(ToolType tool);
     // Whoever sets the tool calls toolDidChange right after, with the tool it replaced.
     void setCurrentTool(ToolType tool);
     void setStrokeColor(const QColor& color);

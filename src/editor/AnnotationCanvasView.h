@@ -88,7 +88,6 @@ private:
     void mouseDown(const QPointF& viewPoint, ClickCount clicks);
     bool isCropping() const;
     bool cropKey(int key);
-    void chooseTool(ToolType tool);
     QSizeF imageSize() const;
     void refit();
 

@@ -1,13 +1,13 @@
 // The keys of the canvas.
 #include "editor/AnnotationCanvasView.h"
 
+#include "annotation/CropGeometry.h"
+
 #include <QKeyEvent>
 
 namespace marrowfin {
 
 namespace {
-constexpr double smallestCommittedCrop = 1.0;
-
 bool isUndoKey(const QKeyEvent& event) {
     return event.modifiers() & Qt::ControlModifier && event.key() == Qt::Key_Z;
 }
@@ -31,7 +31,7 @@ void AnnotationCanvasView::keyPressEvent(QKeyEvent* event) {
     }
     const auto tool = event->modifiers() == Qt::NoModifier ? toolForLetter(event->text()) : std::nullopt;
     if (tool)
-        chooseTool(*tool);
+        tools->choose(*tool);
     else
         QWidget::keyPressEvent(event);
 }
@@ -46,21 +46,15 @@ bool AnnotationCanvasView::cropKey(int key) {
     return true;
 }
 
-void AnnotationCanvasView::chooseTool(ToolType tool) {
-    const ToolType previous = tools->currentTool();
-    tools->setCurrentTool(tool);
-    tools->toolDidChange(previous);
-}
-
 void AnnotationCanvasView::applyCrop() {
     if (!doc || !tools || !tools->cropRect())
         return;
     const QRectF rect = *tools->cropRect();
-    if (rect.width() < smallestCommittedCrop || rect.height() < smallestCommittedCrop)
+    if (rect.width() < minimumCommittedCrop || rect.height() < minimumCommittedCrop)
         return;
     doc->crop(rect);
     tools->setCropRect(std::nullopt);
-    chooseTool(ToolType::select);
+    tools->choose(ToolType::select);
 }
 
 void AnnotationCanvasView::cancelCrop() {
@@ -70,7 +64,7 @@ void AnnotationCanvasView::cancelCrop() {
     if (tools->cropRect())
         tools->setCropRect(std::nullopt);
     else
-        chooseTool(ToolType::select);
+        tools->choose(ToolType::select);
 }
 
 } // namespace marrowfin

@@ -2,6 +2,7 @@
 #include "editor/EditorChrome.h"
 
 #include "annotation/AnnotationDocument.h"
+#include "annotation/CropGeometry.h"
 #include "annotation/ToolState.h"
 #include "chrome/EditorChipButton.h"
 #include "chrome/EditorGlyphButton.h"
@@ -26,7 +27,6 @@ namespace {
 constexpr double dimmedHistory = 0.35;
 constexpr double dimmedWidth = 0.3;
 constexpr double dimmedApply = 0.4;
-constexpr double smallestCrop = 1.0;
 
 // Alpha isn't compared; a colour that can't be told in red, green and blue equals only itself.
 bool sameColor(const QColor& a, const QColor& b) {
@@ -101,7 +101,8 @@ void EditorChrome::showCrop(const ToolState& tools, const AnnotationDocument& do
     for (const auto& [aspect, chip] : aspectButtons)
         chip->setCurrent(aspect == tools.cropAspect());
     const std::optional<QRectF>& crop = tools.cropRect();
-    const bool ready = crop && crop->width() >= smallestCrop && crop->height() >= smallestCrop;
+    const bool ready =
+        crop && crop->width() >= minimumCommittedCrop && crop->height() >= minimumCommittedCrop;
     cropSizeLabel->setTextWithin(ready ? cropSizeText(document.baseImage(), *crop)
                                        : QStringLiteral("Drag to crop"));
     enable(*cropApplyButton, ready, dimmedApply);

@@ -145,12 +145,6 @@ void EditorRootView::keyPressEvent(QKeyEvent* event) {
     passingKeyOn = false;
 }
 
-void EditorRootView::toolChosen(ToolType tool) {
-    const ToolType previous = tools.currentTool();
-    tools.setCurrentTool(tool);
-    tools.toolDidChange(previous);
-}
-
 void EditorRootView::customColorRequested() {
     ColorPanel::shared().show(tools.strokeColor(), *this,
                               [this](const QColor& color) { colorPanelChanged(color); });

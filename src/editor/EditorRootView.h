@@ -33,7 +33,7 @@ public:
     std::function<void()> onCopy;
     std::function<void(const Image& image)> onPin;
 
-    void toolChosen(ToolType tool);
+    void toolChosen(ToolType tool) { tools.choose(tool); }
     void swatchChosen(const QColor& color) { tools.setStrokeColor(color); }
     void widthChosen(double width) { tools.setStrokeWidth(width); }
     void customColorRequested();

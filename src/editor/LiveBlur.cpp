@@ -8,16 +8,12 @@
 
 namespace marrowfin {
 
-namespace {
-constexpr double blurSigma = 12.0; // image points
-}
-
 void LiveBlur::prepare(const CanvasBackdrop& backdrop, const Image& base) {
     const QImage& shown = backdrop.scaledBase();
     if (madeFrom == shown.cacheKey())
         return;
     madeFrom = shown.cacheKey();
-    const double sigma = shown.width() / std::max(base.size().width(), 1.0) * blurSigma;
+    const double sigma = shown.width() / std::max(base.size().width(), 1.0) * ImageCompositor::blurSigma;
     blurred = ImageCompositor::blurredImage(shown, sigma);
 }
 

@@ -39,6 +39,17 @@ TEST(ToolState, choosingTheCurrentToolAgainKeepsThePendingCrop) {
     EXPECT_EQ(state.cropRect(), QRectF(1, 2, 3, 4));
 }
 
+TEST(ToolState, choosingAToolDoesAllThatTheChangeEntails) {
+    ToolState state;
+    state.choose(ToolType::crop);
+    state.setCropRect(QRectF(1, 2, 3, 4));
+    state.choose(ToolType::crop);
+    EXPECT_EQ(state.cropRect(), QRectF(1, 2, 3, 4));
+    state.choose(ToolType::pen);
+    EXPECT_EQ(state.currentTool(), ToolType::pen);
+    EXPECT_EQ(state.cropRect(), std::nullopt);
+}
+
 TEST(ToolState, aCropSetOutsideTheCropToolStays) {
     ToolState state;
     state.setCropRect(QRectF(1, 2, 3, 4));
