@@ -7,6 +7,7 @@
 #include "editor/AnnotationCanvasView.h"
 #include "platform/fake/FakeDesktop.h"
 #include "support/Input.h"
+#include "support/LinedPage.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -19,15 +20,10 @@ namespace marrowfin {
 using namespace test;
 using namespace testsupport;
 
-// A page of lines and patches, so that a shift or a blur of it is seen.
+// The page, and one patch more for the selection to lie on.
 inline QImage page(int width, int height) {
-    QImage pixels(width, height, QImage::Format_RGB32);
-    pixels.fill(Qt::white);
-    QPainter painter(&pixels);
-    for (int y = 8; y < height; y += 16)
-        painter.fillRect(12, y, width - 24 - (y * 7) % (width / 2), 6, QColor(70, 74, 82));
-    painter.fillRect(width / 2, height / 3, width / 4, height / 4, QColor(40, 120, 200));
-    painter.fillRect(width / 8, height / 2, width / 6, height / 5, QColor(220, 140, 60));
+    QImage pixels = linedPage(width, height);
+    QPainter(&pixels).fillRect(width / 8, height / 2, width / 6, height / 5, QColor(220, 140, 60));
     return pixels;
 }
 
@@ -118,11 +114,7 @@ protected:
                                    : static_cast<int>(character.toUpper().unicode()),
                 Qt::NoModifier, character == u'\n' ? QStringLiteral("\r") : QString(character));
     }
-    void choose(ToolType tool) {
-        const ToolType previous = tools.currentTool();
-        tools.setCurrentTool(tool);
-        tools.toolDidChange(previous);
-    }
+    void choose(ToolType tool) { tools.choose(tool); }
     void undo() { key(Qt::Key_Z, Qt::ControlModifier); }
     void redo() { key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }
 

@@ -2,8 +2,8 @@
 #include "CanvasFixture.h"
 
 #include "annotation/ImageCompositor.h"
+#include "support/LoopWatch.h"
 
-#include <QAbstractEventDispatcher>
 #include <QClipboard>
 #include <QDropEvent>
 #include <QMimeData>
@@ -307,19 +307,8 @@ TEST_F(TextEdit, ADocumentThatGoesDuringAnEditTakesTheTextWithIt) {
     EXPECT_FALSE(editor());
 }
 
-// A loop inside an event would let a second event in before the first is done.
-class LoopCounter : public QObject {
-public:
-    LoopCounter() {
-        auto* dispatcher = QAbstractEventDispatcher::instance();
-        connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] { ++turns; });
-        connect(dispatcher, &QAbstractEventDispatcher::awake, this, [this] { ++turns; });
-    }
-    int turns = 0;
-};
-
 TEST_F(TextEdit, NoLoopRunsInsideAnEdit) {
-    const LoopCounter loops;
+    const LoopWatch watch;
     click({100, 100});
     type(QStringLiteral("one\ntwo"));
     clickMouse(*editor()->viewport(), {3, 3});
@@ -329,7 +318,7 @@ TEST_F(TextEdit, NoLoopRunsInsideAnEdit) {
     QContextMenuEvent menu(QContextMenuEvent::Mouse, {3, 3}, editor()->mapToGlobal(QPoint(3, 3)));
     QApplication::sendEvent(editor()->viewport(), &menu);
     key(Qt::Key_Escape);
-    EXPECT_EQ(loops.turns, 0);
+    EXPECT_EQ(watch.nested(), 0);
     EXPECT_FALSE(QApplication::activeModalWidget());
     EXPECT_FALSE(QApplication::activePopupWidget());
 }

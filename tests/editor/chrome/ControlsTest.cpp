@@ -8,11 +8,7 @@ namespace {
 
 class Controls : public RootFixture {
 protected:
-    void choose(ToolType tool) {
-        const ToolType previous = tools().currentTool();
-        tools().setCurrentTool(tool);
-        tools().toolDidChange(previous);
-    }
+    void choose(ToolType tool) { tools().choose(tool); }
     // What of the bar a person sees.
     double shownAlpha(QWidget* slab) {
         return slab->isVisible() ? chrome::SlabVisibility::of(*slab).rise().alpha() : 0;
@@ -269,20 +265,21 @@ TEST_F(Controls, ACropBelowAPointCannotBeApplied) {
 }
 
 TEST_F(Controls, ALongSizeFitsItsLabel) {
-    const QString longest = QStringLiteral("12345 × 16384 px");
-    controls().cropSizeLabel->setTextWithin(longest);
     const QLabel& label = *controls().cropSizeLabel;
-    EXPECT_LE(QFontMetricsF(label.font()).horizontalAdvance(longest), label.width() + 0.5);
-    controls().cropSizeLabel->setTextWithin(QStringLiteral("Drag to crop"));
+    press(ToolType::crop);
+    tools().setCropRect(QRectF(0, 0, 12345, 16384));
+    settle();
+    ASSERT_EQ(label.text(), QStringLiteral("12345 × 16384 px"));
+    EXPECT_LE(QFontMetricsF(label.font()).horizontalAdvance(label.text()), label.width() + 0.5);
+    EXPECT_LT(label.font().letterSpacing(), 0);
+    EXPECT_GT(label.font().letterSpacing(), -1); // closer together, and still apart
+    EXPECT_EQ(label.font().pixelSize(), 11);
+    tools().setCropRect(std::nullopt);
+    settle();
     EXPECT_EQ(label.font().letterSpacing(), 0);
 }
 
-class ControlsOfADenseImage : public Controls {
-protected:
-    ControlsOfADenseImage() = default;
-};
-
-TEST_F(ControlsOfADenseImage, TheCropIsReadInPixels) {
+TEST_F(Controls, TheCropOfADenseImageIsReadInPixels) {
     EditorRootView dense(Image::withSize(page(640, 320), QSizeF(320, 160)));
     dense.toolState()->setCurrentTool(ToolType::crop);
     dense.toolState()->setCropRect(QRectF(0, 0, 100, 50));

@@ -18,9 +18,9 @@
 #include "editor/SecondaryLabel.h"
 #include "editor/StatusChipView.h"
 #include "platform/fake/FakeDesktop.h"
+#include "support/LinedPage.h"
 
 #include <QApplication>
-#include <QPainter>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -28,15 +28,8 @@ namespace marrowfin {
 
 using namespace test;
 
-// A page of lines and a patch.
 inline QImage page(int width, int height) {
-    QImage pixels(width, height, QImage::Format_RGB32);
-    pixels.fill(Qt::white);
-    QPainter painter(&pixels);
-    for (int y = 8; y < height; y += 16)
-        painter.fillRect(12, y, width - 24 - (y * 7) % (width / 2), 6, QColor(70, 74, 82));
-    painter.fillRect(width / 2, height / 3, width / 4, height / 4, QColor(40, 120, 200));
-    return pixels;
+    return testsupport::linedPage(width, height);
 }
 
 class RootFixture : public testing::Test {

@@ -10,6 +10,7 @@
 #include "support/Input.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QPointer>
 #include <gtest/gtest.h>
@@ -192,6 +193,23 @@ TEST_F(EditorWindow, ASaveDialogThatIsUpGoesWithTheWindow) {
     editor.lock()->window()->close();
     EXPECT_TRUE(fake::waitUntil([&] { return editor.expired(); }));
     EXPECT_TRUE(dialog.isNull());
+}
+
+TEST_F(EditorWindow, TheColourPickerOfAnEditorThatClosesLeavesAndColoursNothing) {
+    const std::weak_ptr<EditorWindowController> editor = opened();
+    const Editor other = opened();
+    const QColor before = other->rootView()->toolState()->strokeColor();
+    editor.lock()->rootView()->customColorRequested();
+    auto* picker = testsupport::onlyTopLevel<QColorDialog>();
+    ASSERT_NE(picker, nullptr);
+    ASSERT_TRUE(picker->isVisible());
+    editor.lock()->window()->close();
+    EXPECT_FALSE(picker->isVisible());
+    picker->setCurrentColor(Qt::cyan); // while the window is on its way out, and after
+    EXPECT_TRUE(fake::waitUntil([&] { return editor.expired(); }));
+    picker->setCurrentColor(Qt::magenta);
+    EXPECT_EQ(other->rootView()->toolState()->strokeColor(), before);
+    EXPECT_TRUE(other->window()->isVisible());
 }
 
 TEST_F(EditorWindow, TwoEditorsOfOneImageAreIndependent) {
