@@ -98,12 +98,12 @@ TEST_F(AutoClose, DismissAllLeavesNothing) {
 }
 
 TEST_F(AutoClose, UnderThePointerTheTimerStopsAndLeavingGivesTheWholeInterval) {
-    const CapturePanel* panel = present();
+    CapturePanel* panel = present();
     pass(14);
-    controller().panelHoverChanged(true, panel);
+    pointAtPlace(panel->content(), onCard(120, 80));
     pass(100);
     EXPECT_TRUE(isUp(panel));
-    controller().panelHoverChanged(false, panel);
+    pointAway(panel->content());
     pass(14.9);
     EXPECT_TRUE(isUp(panel));
     pass(0.2);

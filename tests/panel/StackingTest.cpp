@@ -51,8 +51,9 @@ TEST_F(Stacking, ThreeCardsDontOverlapAndHoveringMovesNone) {
         for (std::size_t j = i + 1; j < 3; ++j)
             EXPECT_FALSE(standing[i].intersects(standing[j]));
     }
-    controller().panelHoverChanged(true, middle);
+    pointAtPlace(middle->content(), onCard(120, 80));
     pass(1);
+    EXPECT_TRUE(middle->content().isHovered());
     EXPECT_EQ(cards(), standing);
 }
 
