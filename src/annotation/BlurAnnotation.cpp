@@ -2,6 +2,7 @@
 
 #include "annotation/DeviceSpace.h"
 #include "annotation/HitTesting.h"
+#include "base/ColorAlpha.h"
 #include "base/SystemColors.h"
 
 #include <QPainter>
@@ -15,11 +16,9 @@ bool BlurAnnotation::hitTest(const QPointF& point, double tolerance) const {
 void BlurAnnotation::draw(QPainter& painter) const {
     if (!isPaintable(box()))
         return;
-    QColor grey = systemColor(SystemColor::gray);
-    grey.setAlphaF(0.6F);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(box(), grey);
+    painter.fillRect(box(), withAlpha(systemColor(SystemColor::gray), 0.6));
     painter.restore();
 }
 

@@ -1,5 +1,6 @@
 #include "chrome/EditorButton.h"
 
+#include "base/ColorAlpha.h"
 #include "chrome/ClearPicture.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
@@ -75,9 +76,7 @@ void EditorButton::wasToggled() {
 }
 
 QColor EditorButton::labelColor(double alphaOfLabel) const {
-    QColor label = color(SystemColor::label);
-    label.setAlphaF(static_cast<float>(alphaOfLabel));
-    return label;
+    return withAlpha(color(SystemColor::label), alphaOfLabel);
 }
 
 void EditorButton::paintEvent(QPaintEvent* event) {

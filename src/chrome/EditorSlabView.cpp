@@ -1,5 +1,6 @@
 #include "chrome/EditorSlabView.h"
 
+#include "base/ColorAlpha.h"
 #include "base/Geometry.h"
 #include "chrome/GradientLayer.h"
 #include "chrome/Place.h"
@@ -14,12 +15,7 @@
 namespace marrowfin::chrome {
 
 namespace {
-constexpr float plateAlpha = 0.92F;
-
-QColor withAlpha(QColor color, float alpha) {
-    color.setAlphaF(alpha);
-    return color;
-}
+constexpr double plateAlpha = 0.92;
 } // namespace
 
 class EditorSlabView::RimHost : public ChromePassthroughView {
@@ -59,8 +55,8 @@ EditorSlabView::~EditorSlabView() {
 void EditorSlabView::applyAppearance() {
     scheme = platform::services().appearance.colorScheme();
     const bool dark = scheme == ColorScheme::Dark;
-    rimLight.setColors(withAlpha(Qt::white, dark ? 0.38F : 0.22F), withAlpha(Qt::white, 0));
-    ring.setStrokeColor(dark ? withAlpha(Qt::white, 0.14F) : withAlpha(Qt::black, 0.10F));
+    rimLight.setColors(withAlpha(Qt::white, dark ? 0.38 : 0.22), withAlpha(Qt::white, 0));
+    ring.setStrokeColor(dark ? withAlpha(Qt::white, 0.14) : withAlpha(Qt::black, 0.10));
     rimHost->layers.changed();
     if (shadow)
         shadow->setDark(dark);

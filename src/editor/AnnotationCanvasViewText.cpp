@@ -1,6 +1,7 @@
 // The open edit of text: how it begins, where it stands, and what its end leaves in the document.
 #include "editor/AnnotationCanvasView.h"
 
+#include "base/ColorAlpha.h"
 #include "base/Geometry.h"
 #include "base/SystemColors.h"
 #include "editor/TextClickMonitor.h"
@@ -64,9 +65,8 @@ QRegion AnnotationCanvasView::textEditorRegion() const {
 }
 
 void AnnotationCanvasView::paintTextEditor(QPainter& painter) const {
-    QColor blue = systemColor(SystemColor::blue, platform::services().appearance.colorScheme());
-    blue.setAlphaF(static_cast<float>(outlineAlpha));
-    QPen dashed(blue, 1.0, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
+    const QColor blue = systemColor(SystemColor::blue, platform::services().appearance.colorScheme());
+    QPen dashed(withAlpha(blue, outlineAlpha), 1.0, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
     dashed.setDashPattern({4.0, 3.0});
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(dashed);

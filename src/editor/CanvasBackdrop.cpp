@@ -1,5 +1,6 @@
 #include "editor/CanvasBackdrop.h"
 
+#include "base/ColorAlpha.h"
 #include "base/Geometry.h"
 #include "editor/RectShadow.h"
 
@@ -13,11 +14,6 @@ constexpr double shadowAlpha = 0.32;
 constexpr double shadowBlur = 18.0;
 constexpr double shadowDrop = 5.0;
 constexpr double hairlineAlpha = 0.12;
-
-QColor withAlpha(QColor color, double alpha) {
-    color.setAlphaF(static_cast<float>(alpha));
-    return color;
-}
 
 // Each edge on the nearest pixel, so that the image has sharp edges and isn't smeared by half a pixel.
 QRect pixelRect(const QRectF& rect) {

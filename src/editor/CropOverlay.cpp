@@ -1,6 +1,7 @@
 #include "editor/CropOverlay.h"
 
 #include "annotation/ResizeHandle.h"
+#include "base/ColorAlpha.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -10,12 +11,6 @@ namespace marrowfin {
 namespace {
 
 constexpr double handleSide = 9.0; // view points
-
-QColor grey(int level, double alpha) {
-    QColor color(level, level, level);
-    color.setAlphaF(static_cast<float>(alpha));
-    return color;
-}
 
 QPen solid(const QColor& color, double width) {
     return {color, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
@@ -27,11 +22,11 @@ void dim(QPainter& painter, const QRectF& cropRect, const QSizeF& image) {
     const QRectF whole(QPointF(0, 0), image);
     around.addRect(whole);
     around.addRect(cropRect.intersected(whole));
-    painter.fillPath(around, grey(0, 0.45));
+    painter.fillPath(around, withAlpha(Qt::black, 0.45));
 }
 
 void drawThirds(QPainter& painter, const QRectF& rect, double scale) {
-    painter.setPen(solid(grey(255, 0.35), 1 / scale));
+    painter.setPen(solid(withAlpha(Qt::white, 0.35), 1 / scale));
     for (const double part : {1.0 / 3, 2.0 / 3}) {
         const double x = rect.x() + rect.width() * part;
         const double y = rect.y() + rect.height() * part;
@@ -48,11 +43,11 @@ void drawCropOverlay(QPainter& painter, const QRectF& cropRect, const QSizeF& im
     dim(painter, cropRect, image);
     painter.setBrush(Qt::NoBrush);
     drawThirds(painter, cropRect, scale);
-    painter.setPen(solid(grey(0, 0.5), 3 / scale));
+    painter.setPen(solid(withAlpha(Qt::black, 0.5), 3 / scale));
     painter.drawRect(cropRect);
     painter.setPen(solid(Qt::white, 1.5 / scale));
     painter.drawRect(cropRect);
-    painter.setPen(solid(grey(0, 0.5), 1 / scale));
+    painter.setPen(solid(withAlpha(Qt::black, 0.5), 1 / scale));
     for (const auto& [handle, square] : handleRects(cropRect, handleSide / scale)) {
         painter.fillRect(square, Qt::white);
         painter.drawRect(square);

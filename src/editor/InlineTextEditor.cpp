@@ -2,6 +2,7 @@
 
 #include "annotation/TextAnnotation.h"
 #include "annotation/TextLayout.h"
+#include "base/ColorAlpha.h"
 #include "base/SystemColors.h"
 #include "base/SystemFonts.h"
 
@@ -28,9 +29,7 @@ bool leavesForAnotherWindow(Qt::FocusReason reason) {
 }
 
 QColor selectionColor() {
-    QColor color = systemColor(SystemColor::blue);
-    color.setAlphaF(static_cast<float>(selectionAlpha));
-    return color;
+    return withAlpha(systemColor(SystemColor::blue), selectionAlpha);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "editor/StatusChipView.h"
 
+#include "base/ColorAlpha.h"
 #include "base/SystemColors.h"
 #include "chrome/Paths.h"
 #include "editor/SecondaryLabel.h"
@@ -12,7 +13,7 @@ namespace marrowfin {
 
 namespace {
 constexpr double radius = 6;
-constexpr float plateAlpha = 0.05F;
+constexpr double plateAlpha = 0.05;
 constexpr QPoint labelOrigin(8, 4);
 } // namespace
 
@@ -35,11 +36,11 @@ QString StatusChipView::text() const {
 }
 
 void StatusChipView::paintEvent(QPaintEvent*) {
-    QColor plate = systemColor(SystemColor::label, platform::services().appearance.colorScheme());
-    plate.setAlphaF(plateAlpha);
+    const QColor ink = systemColor(SystemColor::label, platform::services().appearance.colorScheme());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(chrome::roundedRect(QRectF(rect()), radius, chrome::CornerCurve::Continuous), plate);
+    painter.fillPath(chrome::roundedRect(QRectF(rect()), radius, chrome::CornerCurve::Continuous),
+                     withAlpha(ink, plateAlpha));
 }
 
 } // namespace marrowfin

@@ -1,5 +1,6 @@
 #include "panel/CapturePanelContentView.h"
 
+#include "base/ColorAlpha.h"
 #include "chrome/Place.h"
 #include "panel/CardDrag.h"
 #include "panel/PanelLayout.h"
@@ -99,7 +100,7 @@ chrome::Layer& CapturePanelContentView::buildThumbnail() {
     backdrop.setContents(thumbnail.backdrop);
     chrome::Layer& veil = mount.add();
     veil.setFrame(area);
-    veil.setValue(Property::BackgroundColor, QColor::fromRgbF(0, 0, 0, 0.18F));
+    veil.setValue(Property::BackgroundColor, withAlpha(Qt::black, 0.18));
     chrome::Layer& picture = mount.add();
     picture.setFrame(thumbnail.fit);
     picture.setContents(thumbnail.sharp);
@@ -158,12 +159,10 @@ void CapturePanelContentView::applyAppearance() {
     const ColorScheme scheme = platform::services().appearance.colorScheme();
     const bool dark = scheme == ColorScheme::Dark;
     surface.setDark(dark);
-    const QColor edge = dark ? QColor::fromRgbF(1, 1, 1, 0.18F) : QColor::fromRgbF(0, 0, 0, 0.12F);
+    const QColor edge = dark ? withAlpha(Qt::white, 0.18) : withAlpha(Qt::black, 0.12);
     mount.setBorder({1, edge});
     sharp.setBorder({1, edge});
-    QColor line = systemColor(SystemColor::controlAccent, scheme);
-    line.setAlphaF(0.7F);
-    countdown.setColor(line);
+    countdown.setColor(withAlpha(systemColor(SystemColor::controlAccent, scheme), 0.7));
     capsule->setColorScheme(scheme);
     caption->setColorScheme(scheme);
     shadow.setDark(dark);

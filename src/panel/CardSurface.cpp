@@ -1,5 +1,6 @@
 #include "panel/CardSurface.h"
 
+#include "base/ColorAlpha.h"
 #include "base/SystemColors.h"
 
 namespace marrowfin {
@@ -7,14 +8,7 @@ namespace marrowfin {
 using chrome::Property;
 
 namespace {
-constexpr float plateAlpha = 0.92F;
-
-QColor white(double alpha) {
-    return QColor::fromRgbF(1, 1, 1, static_cast<float>(alpha));
-}
-QColor black(double alpha) {
-    return QColor::fromRgbF(0, 0, 0, static_cast<float>(alpha));
-}
+constexpr double plateAlpha = 0.92;
 } // namespace
 
 QString rawValue(BackdropKind kind) {
@@ -30,11 +24,10 @@ CardSurface::CardSurface(chrome::Layer& parent, const QRectF& card, BackdropKind
     : kind(backdrop), plate(parent.add()) {
     plate.setFrame(card);
     if (tint) {
-        QColor color = *tint;
-        color.setAlphaF(kind == BackdropKind::liquidGlass ? 0.16F : 0.1F);
         tintLayer = &parent.add();
         tintLayer->setFrame(card);
-        tintLayer->setValue(Property::BackgroundColor, color);
+        tintLayer->setValue(Property::BackgroundColor,
+                            withAlpha(*tint, kind == BackdropKind::liquidGlass ? 0.16 : 0.1));
     }
     buildRim(parent, card);
     apply();
@@ -73,9 +66,8 @@ void CardSurface::setOpaque(bool value) {
 }
 
 QColor CardSurface::plateColor() const {
-    QColor color = systemColor(SystemColor::windowBackground, dark ? ColorScheme::Dark : ColorScheme::Light);
-    color.setAlphaF(opaque ? 1.0F : plateAlpha);
-    return color;
+    const ColorScheme scheme = dark ? ColorScheme::Dark : ColorScheme::Light;
+    return withAlpha(systemColor(SystemColor::windowBackground, scheme), opaque ? 1.0 : plateAlpha);
 }
 
 void CardSurface::apply() {
@@ -84,10 +76,10 @@ void CardSurface::apply() {
     if (tintLayer)
         tintLayer->setCornerRadius(opaque ? 0 : cardCornerRadius, chrome::CornerCurve::Continuous);
     if (perimeterLine)
-        perimeterLine->setStrokeColor(dark ? white(0.14) : black(0.1));
+        perimeterLine->setStrokeColor(dark ? withAlpha(Qt::white, 0.14) : withAlpha(Qt::black, 0.1));
     const bool glass = kind == BackdropKind::liquidGlass;
     const double light = dark ? (glass ? 0.3 : 0.5) : (glass ? 0.15 : 0.3);
-    rimGradient->setColors(white(light), white(0));
+    rimGradient->setColors(withAlpha(Qt::white, light), withAlpha(Qt::white, 0));
 }
 
 } // namespace marrowfin
