@@ -2,39 +2,32 @@
 // Points of a card are its own (y up), those of the screen native pixels.
 #pragma once
 
-#include "base/Shared.h"
-#include "desktop/x11surfaces/Desk.h"
+#include "desktop/x11surfaces/SessionTest.h"
 #include "panel/CapturePanelController.h"
 #include "panel/PanelLayout.h"
 #include "platform/Screens.h"
-#include "session/Session.h"
 #include "settings/Defaults.h"
 #include "settings/SettingsStore.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <gtest/gtest.h>
 
 namespace marrowfin {
 
-class CardsTest : public testing::Test {
+class CardsTest : public SessionTest {
 protected:
     void SetUp() override {
-        auto opened = session::Session::open();
-        ASSERT_TRUE(opened) << qPrintable(opened.error().message);
-        session = std::move(*opened);
-        platform::install(session->services());
+        ASSERT_NO_FATAL_FAILURE(SessionTest::SetUp());
         Defaults::useFile(QString());
         SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
         other.movePointer({600, 60});
     }
     void TearDown() override {
-        if (!session)
-            return;
-        controller().dismissAll(Animated::No);
-        QCoreApplication::processEvents();
-        SharedObjects::destroyAll();
-        platform::uninstall();
+        if (session) {
+            controller().dismissAll(Animated::No);
+            QCoreApplication::processEvents();
+        }
+        SessionTest::TearDown();
     }
 
     CapturePanelController& controller() { return CapturePanelController::shared(); }
@@ -64,8 +57,6 @@ protected:
     }
 
     const QColor captureColor{200, 60, 30};
-    std::unique_ptr<session::Session> session;
-    desk::OtherProgram other;
 };
 
 } // namespace marrowfin

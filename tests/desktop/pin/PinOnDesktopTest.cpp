@@ -1,17 +1,11 @@
 // Pins on a real desktop: above the others on every workspace, moved and sized by the pointer, closed by the
 // keyboard that they borrow and give back.
-#include "base/Shared.h"
+#include "desktop/pin/PinsTest.h"
+
 #include "chrome/AnimationClock.h"
-#include "desktop/x11surfaces/Desk.h"
-#include "pin/PinManager.h"
-#include "pin/PinnedContentView.h"
-#include "platform/Screens.h"
-#include "session/Session.h"
 
 #include <QAbstractButton>
-#include <QCoreApplication>
 #include <X11/keysym.h>
-#include <gtest/gtest.h>
 
 namespace marrowfin {
 
@@ -21,48 +15,15 @@ const QColor red(200, 60, 30);
 const QColor green(30, 150, 60);
 const QColor around(64, 160, 32);
 
-class PinOnDesktop : public testing::Test {
+class PinOnDesktop : public PinsTest {
 protected:
     void SetUp() override {
-        auto opened = session::Session::open();
-        ASSERT_TRUE(opened) << qPrintable(opened.error().message);
-        session = std::move(*opened);
-        platform::install(session->services());
+        ASSERT_NO_FATAL_FAILURE(PinsTest::SetUp());
         other.movePointer({900, 60});
         window = other.open({300, 50, 300, 200}, windowColor);
         ASSERT_EQ(other.focus(), window);
     }
-    void TearDown() override {
-        if (!session)
-            return;
-        SharedObjects::destroyAll();
-        platform::uninstall();
-    }
 
-    // On the screen, with the keyboard.
-    PinnedWindow& pin(const QColor& color, const QSize& size = {300, 200}) {
-        QImage pixels(size, QImage::Format_RGB32);
-        pixels.fill(color);
-        PinManager::shared().pin(Image::captured(pixels));
-        PinnedWindow& pinned = *PinManager::shared().pinnedWindows().back();
-        EXPECT_TRUE(desk::waitFor([&] { return other.pixel(middle(pinned)) == color; }));
-        EXPECT_TRUE(desk::waitFor([&] { return other.focus() == idOf(pinned); }));
-        return pinned;
-    }
-    static std::size_t count() { return PinManager::shared().pinnedWindows().size(); }
-    static xcb_window_t idOf(PinnedWindow& pinned) {
-        return static_cast<xcb_window_t>(pinned.content().internalWinId());
-    }
-    // The image as it lies on the screen; one pixel a point.
-    static QRect onScreen(PinnedWindow& pinned) {
-        return toScreen(pinned.frame(), platform::services().screens.primaryHeight()).rect.toRect();
-    }
-    static QPoint middle(PinnedWindow& pinned) { return onScreen(pinned).center(); }
-    // Where the server has the image: the window without its shadow.
-    QRect served(PinnedWindow& pinned) {
-        const int halo = static_cast<int>(PinnedContentView::halo);
-        return other.frameOf(idOf(pinned)).adjusted(halo, halo, -halo, -halo);
-    }
     // A window of the user's under the whole of a pin, with its own middle free.
     xcb_window_t openAround(const QRect& place) {
         return other.open(place.adjusted(-60, -60, 500, 40), around.rgb() & RGB_MASK);
@@ -75,8 +36,6 @@ protected:
         other.releaseButton();
     }
 
-    std::unique_ptr<session::Session> session;
-    desk::OtherProgram other;
     xcb_window_t window = 0;
 };
 } // namespace

@@ -1,51 +1,33 @@
 // A monitor that is unplugged while cards are on it.
 #include "desktop/panel/CardsTest.h"
-
-#include <QProcess>
-#include <QScreen>
+#include "desktop/x11surfaces/SecondMonitor.h"
 
 namespace marrowfin {
 
 namespace {
 class CardMonitors : public CardsTest {
 protected:
-    void SetUp() override {
-        CardsTest::SetUp();
-        ASSERT_EQ(platform::services().screens.screens().size(), 2u);
-        second = QGuiApplication::screens().at(1)->geometry();
-    }
-    void TearDown() override {
-        CardsTest::TearDown();
-        if (!unplugged)
-            return;
-        const QString frame =
-            QStringLiteral("%1/200x%2/250+%3+0").arg(second.width()).arg(second.height()).arg(second.x());
-        QProcess::execute("xrandr", {"--setmonitor", "R", frame, "none"});
-        EXPECT_TRUE(desk::waitFor([] { return QGuiApplication::screens().size() == 2; }));
-    }
     void unplugSecond() {
-        unplugged = true;
-        QProcess::execute("xrandr", {"--delmonitor", "R"});
+        second.unplug();
         ASSERT_TRUE(desk::waitFor([] { return platform::services().screens.screens().size() == 1; }));
     }
     static xcb_window_t windowOf(CapturePanel* panel) {
         return static_cast<xcb_window_t>(panel->content().internalWinId());
     }
 
-    QRect second;
-    bool unplugged = false;
+    desk::SecondMonitor second;
 };
 } // namespace
 
 TEST_F(CardMonitors, ItsCardsGoAtOnceAndTheOthersStay) {
     other.movePointer({600, 60});
     CapturePanel* kept = present();
-    other.movePointer(second.center());
+    other.movePointer(second.frame().center());
     CapturePanel* lost = present();
     CapturePanel* lostToo = present();
     const std::vector<xcb_window_t> gone{windowOf(lost), windowOf(lostToo)};
     const xcb_window_t staying = windowOf(kept);
-    ASSERT_GE(other.frameOf(gone.front()).left(), second.left());
+    ASSERT_GE(other.frameOf(gone.front()).left(), second.frame().left());
 
     unplugSecond();
     EXPECT_TRUE(desk::waitFor([&] { return controller().panels() == std::vector{kept}; }));
@@ -62,7 +44,7 @@ TEST_F(CardMonitors, ItsCardsGoAtOnceAndTheOthersStay) {
 }
 
 TEST_F(CardMonitors, ACardOfItGoesEvenWhileItIsDragged) {
-    other.movePointer(second.center());
+    other.movePointer(second.frame().center());
     CapturePanel* lost = present();
     other.movePointer({600, 60});
     controller().panelDragBegan(lost);

@@ -1,7 +1,6 @@
 // A monitor that goes while surfaces of ours are on it.
+#include "desktop/x11surfaces/SecondMonitor.h"
 #include "desktop/x11surfaces/SurfacesTest.h"
-
-#include <QProcess>
 
 namespace marrowfin {
 
@@ -11,38 +10,18 @@ using platform::SurfaceLevel;
 
 class MonitorsTest : public SurfacesTest {
 protected:
-    void SetUp() override {
-        SurfacesTest::SetUp();
-        ASSERT_EQ(QGuiApplication::screens().size(), 2);
-        second = qtScreen(1);
-    }
-    void TearDown() override {
-        if (removed) {
-            const QString frame =
-                QStringLiteral("%1/200x%2/250+%3+0").arg(second.width()).arg(second.height()).arg(second.x());
-            QProcess::execute("xrandr", {"--setmonitor", "R", frame, "none"});
-            desk::waitFor([] { return QGuiApplication::screens().size() == 2; });
-        }
-    }
-    void removeSecond() {
-        removed = true;
-        QProcess::execute("xrandr", {"--delmonitor", "R"});
-        ASSERT_TRUE(desk::waitFor([] { return QGuiApplication::screens().size() == 1; }));
-    }
-
-    QRect second;
-    bool removed = false;
+    desk::SecondMonitor second;
 };
 
 TEST_F(MonitorsTest, AnOverlayOnAMonitorThatGoesIsTakenDown) {
     const QImage before = settledScreen();
     Pane pane(QColor(0, 0, 0, 128));
-    const auto surface =
-        show(pane, {SurfaceLevel::Overlay, SurfaceKeyboard::Exclusive, SurfaceBackdrop::Snapshot}, second);
+    const auto surface = show(
+        pane, {SurfaceLevel::Overlay, SurfaceKeyboard::Exclusive, SurfaceBackdrop::Snapshot}, second.frame());
     const Count closed(surface.get(), &platform::Surface::closed);
-    const QColor beneath = before.pixelColor(second.center());
-    ASSERT_TRUE(desk::waitFor([&] { return other.pixel(second.center()) != beneath; }));
-    removeSecond();
+    const QColor beneath = before.pixelColor(second.frame().center());
+    ASSERT_TRUE(desk::waitFor([&] { return other.pixel(second.frame().center()) != beneath; }));
+    second.unplug();
     EXPECT_TRUE(desk::waitFor([&] { return closed.times() == 1; }));
     EXPECT_FALSE(surface->isVisible());
     EXPECT_FALSE(pane.isVisible());
@@ -55,7 +34,7 @@ TEST_F(MonitorsTest, ASurfaceOnTheOtherMonitorStays) {
     Pane pane(Qt::red);
     const auto surface = show(pane, {}, QRectF(40, 60, 100, 100));
     const Count closed(surface.get(), &platform::Surface::closed);
-    removeSecond();
+    second.unplug();
     EXPECT_TRUE(shows(QPoint(50, 70), Qt::red));
     EXPECT_EQ(closed.times(), 0);
     EXPECT_EQ(other.frameOf(idOf(pane)), QRect(40, 60, 100, 100));
