@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Super+Shift+3: the whole screen, with the pointer, on the clipboard and in the history."""
 
-from support import pixels
+from support import pixels, windows
 from support.story import Story, main
 
 
@@ -43,8 +43,24 @@ class Fullscreen(Story):
         # 24 points inset, 18 and 22 of halo around the card, above the panel of 30 pixels.
         self.assertEqual(card.rectangle, (6, 1000 - 30 - 24 + 22 - 194, 276, 194))
 
+    def test_a_card_that_stands_there_is_in_the_next_capture(self):
+        """Nothing is kept out of a capture but what is on its way out."""
+        self.start_program({"panelAutoClose": "Never"})
+        without, soft = pixels.with_cursor(self.display, self.settled())
+        self.input.hot_key(3)
+        self.wait_for_capture()
+        x, y, width, height = self.only_card().rectangle
+        self.settled()
+        self.clipboard.take()
+        self.input.hot_key(3)
+        image = self.wait_for_capture(2)
+        card = (slice(y, y + height), slice(x, x + width))
+        self.assertGreater((image[card] != without[card]).any(axis=-1).mean(), 0.5, "the card")
+        image = image.copy()
+        image[card] = without[card]
+        self.assert_same(without, image, "the screen around the card", soft)
+
     def only_card(self):
-        from support import windows
         return windows.wait_for_one(self.program.cards, "one card")
 
 
