@@ -2,32 +2,16 @@
 #include "app/ApplicationStyle.h"
 
 #include "platform/fake/FakeDesktop.h"
+#include "support/Contrast.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QStyle>
-#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
 using marrowfin::fake::FakeDesktop;
-
-namespace {
-
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const double first = luminance(a);
-    const double second = luminance(b);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
-
-} // namespace
+using marrowfin::testsupport::contrast;
 
 TEST(ApplicationStyle, textCanBeReadInBothAppearances) {
     for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {

@@ -7,6 +7,7 @@
 #include "chrome/EditorSwatchButton.h"
 #include "chrome/EditorWidthButton.h"
 #include "chrome/SlabFixture.h"
+#include "support/Contrast.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
@@ -17,6 +18,8 @@
 namespace marrowfin::chrome {
 
 namespace {
+using testsupport::contrast;
+
 const QString pin = QStringLiteral("pin");
 
 QColor labelAt(double alpha, ColorScheme scheme = ColorScheme::Light) {
@@ -30,18 +33,6 @@ QColor accent(ColorScheme scheme = ColorScheme::Light) {
 QColor lit(const QColor& color) {
     const auto mixed = [](float channel) { return channel * 0.88F + 0.12F; };
     return QColor::fromRgbF(mixed(color.redF()), mixed(color.greenF()), mixed(color.blueF()));
-}
-
-double luminance(const QColor& color) {
-    const auto linear = [](double c) {
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-double contrast(const QColor& a, const QColor& b) {
-    const double first = luminance(a);
-    const double second = luminance(b);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
 }
 } // namespace
 

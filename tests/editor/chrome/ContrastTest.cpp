@@ -2,23 +2,14 @@
 #include "RootFixture.h"
 
 #include "base/SystemColors.h"
+#include "support/Contrast.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace marrowfin {
 namespace {
 
-double luminance(const QColor& color) {
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
-    return (light + 0.05) / (dark + 0.05);
-}
+using testsupport::contrast;
 
 class Contrast : public RootFixture {
 protected:
