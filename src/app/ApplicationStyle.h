@@ -1,4 +1,5 @@
 // How ordinary windows look: Fusion with a palette of our system colours that follows the appearance, live.
+// Main thread.
 #pragma once
 
 #include "base/SystemColors.h"

@@ -1,5 +1,5 @@
 // Why a capture gave no image. The text is the case's own name: it goes behind the flow's prefix on standard
-// output.
+// output. Any thread.
 #pragma once
 
 #include "base/Result.h"

@@ -1,4 +1,4 @@
-// Takes the keyboard of an overlay, for Escape. Ignores clicks.
+// Takes the keyboard of an overlay, for Escape. Ignores clicks. Main thread; a child of the overlay's window.
 #pragma once
 
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 // The window under an overlay: covers one screen, painted in one translucent colour, and knows its surface.
 // The views of an overlay are its children. Widget coordinates are y-down; the overlays' own rectangles are
-// y-up.
+// y-up; all are points. Main thread; owned by its overlay until it is retired.
 #pragma once
 
 #include "platform/Screens.h"

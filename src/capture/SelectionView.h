@@ -1,5 +1,5 @@
 // Tracks one drag over a dimmed screen and draws the dim, the border and the size label. All rectangles are
-// in view coordinates with y up, in points.
+// in view coordinates with y up, in points. Main thread; a child of the overlay's window.
 #pragma once
 
 #include <QPointF>

@@ -1,5 +1,6 @@
 // An exclusive lock between processes, held while this object lives. It is a file of its own beside the one
 // it protects, because that one is replaced by renaming. The system frees it when its holder dies.
+// Any thread.
 #pragma once
 
 #include "base/Result.h"

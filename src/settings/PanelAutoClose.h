@@ -1,4 +1,4 @@
-// How long a capture's card stays before it closes by itself.
+// How long a capture's card stays before it closes by itself. Values; any thread.
 #pragma once
 
 #include <QString>

@@ -1,4 +1,4 @@
-// Where a finished capture goes, besides the clipboard and the history.
+// Where a finished capture goes, besides the clipboard and the history. Values; any thread.
 #pragma once
 
 #include <QString>

@@ -1,7 +1,6 @@
 // The connection and the queue that captures run on, apart from Qt's, so that no capture waits for the main
-// thread and none holds it up. Shared by the source, its streams and the
-// surfaces. The queue is for any thread, the rest
-// for the queue.
+// thread and none holds it up. Shared by the source, its streams and the surfaces. The queue is for any
+// thread, the rest for the queue.
 #pragma once
 
 #include "base/SerialQueue.h"
