@@ -126,6 +126,18 @@ TEST_F(CaptureEngineTest, aCompleteFrameWithoutPixelsIsNoImageBuffer) {
     EXPECT_EQ(stream().stopCount, 1);
 }
 
+TEST_F(CaptureEngineTest, pixelsOfWhichNoImageCanBeMadeAreImageCreationFailed) {
+    // So wide that no picture of 32 bits can hold it. Its memory is never read.
+    uchar nothing[4] = {};
+    const QImage tooWide(nothing, 1 << 30, 1, 1 << 27, QImage::Format_Mono);
+    ASSERT_FALSE(tooWide.isNull());
+    capture([&tooWide](FakeStream& playing) { playing.deliver(frameOf(tooWide)); });
+    ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
+    ASSERT_FALSE(result->has_value());
+    EXPECT_EQ(result->error().message, QStringLiteral("imageCreationFailed"));
+    EXPECT_EQ(stream().stopCount, 1);
+}
+
 TEST_F(CaptureEngineTest, aStreamThatCannotTakeAnOutputIsNeverStarted) {
     capture({}, [](FakeStream& made) {
         made.addOutputError = Error{Error::Kind::Failed, QStringLiteral("no output")};
