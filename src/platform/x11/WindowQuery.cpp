@@ -103,30 +103,43 @@ std::optional<WindowFacts> take(const Connection& c, xcb_window_t window, const 
     return facts;
 }
 
-// A window manager that was killed leaves its list behind; the window that it named as its own is gone then.
+// A window manager that was killed leaves its list behind; the window that it named as its own is gone then,
+// and its id may be another's. It ought to name itself there and to say what it is called; some do only the
+// one.
 bool windowManagerIsGone(const Connection& c, const std::vector<std::uint32_t>& check) {
-    return !check.empty() &&
-           c.property32(check.front(), c.atom(Atom::NetSupportingWmCheck), XCB_ATOM_WINDOW).empty();
+    if (check.empty())
+        return false;
+    if (!c.property32(check.front(), c.atom(Atom::NetSupportingWmCheck), XCB_ATOM_WINDOW).empty())
+        return false;
+    const auto name =
+        xcb_get_property(c.raw(), 0, check.front(), c.atom(Atom::NetWmName), XCB_ATOM_ANY, 0, 1);
+    const auto answer = c.reply(xcb_get_property_reply, name);
+    return !answer || answer->type == XCB_ATOM_NONE;
 }
 
 } // namespace
 
 DesktopWindows readDesktopWindows(const Connection& c) {
-    const auto stackingCookie = xcb_get_property(c.raw(), 0, c.root(), c.atom(Atom::NetClientListStacking),
-                                                 XCB_ATOM_WINDOW, 0, mostItems);
+    const auto windowsOf = [&c](Atom name) {
+        return xcb_get_property(c.raw(), 0, c.root(), c.atom(name), XCB_ATOM_WINDOW, 0, mostItems);
+    };
+    const auto stackingCookie = windowsOf(Atom::NetClientListStacking);
+    const auto listCookie = windowsOf(Atom::NetClientList);
+    const auto checkCookie = windowsOf(Atom::NetSupportingWmCheck);
     const auto workspaceCookie =
         xcb_get_property(c.raw(), 0, c.root(), c.atom(Atom::NetCurrentDesktop), XCB_ATOM_CARDINAL, 0, 1);
-    const auto checkCookie =
-        xcb_get_property(c.raw(), 0, c.root(), c.atom(Atom::NetSupportingWmCheck), XCB_ATOM_WINDOW, 0, 1);
     const auto stacking = c.reply(xcb_get_property_reply, stackingCookie);
-    const auto workspace = items32(c.reply(xcb_get_property_reply, workspaceCookie).get(), XCB_ATOM_CARDINAL);
+    const auto list = c.reply(xcb_get_property_reply, listCookie);
     const auto check = items32(c.reply(xcb_get_property_reply, checkCookie).get(), XCB_ATOM_WINDOW);
-    DesktopWindows desktop;
-    // An empty list of a window manager is a list; a root without the property has no window manager.
-    if (stacking && stacking->type == XCB_ATOM_WINDOW && !windowManagerIsGone(c, check))
-        desktop.backToFront = items32(stacking.get(), XCB_ATOM_WINDOW);
-    else
+    const auto workspace = items32(c.reply(xcb_get_property_reply, workspaceCookie).get(), XCB_ATOM_CARDINAL);
+    // An empty list of a window manager is a list; a root without any has no window manager. Some tell the
+    // order only once there is more than their panel.
+    const bool isStacked = stacking && stacking->type == XCB_ATOM_WINDOW;
+    const bool isListed = isStacked || (list && list->type == XCB_ATOM_WINDOW);
+    if (!isListed || windowManagerIsGone(c, check))
         return {rootChildren(c), std::nullopt};
+    DesktopWindows desktop;
+    desktop.backToFront = items32((isStacked ? stacking : list).get(), XCB_ATOM_WINDOW);
     if (!workspace.empty())
         desktop.currentWorkspace = workspace.front();
     return desktop;
