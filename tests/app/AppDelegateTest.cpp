@@ -75,14 +75,17 @@ TEST_F(AppDelegateTest, eitherButtonOpensTheMenu) {
     EXPECT_EQ(desktop.statusBar.item->popUps, 2);
 }
 
-TEST_F(AppDelegateTest, historyComesBeforeTheClipboardAndDoesNotDependOnTheSetting) {
+TEST_F(AppDelegateTest, theHistoryHasACaptureBeforeTheClipboardIsTouchedWhateverTheSetting) {
+    desktop.addScreen(1, {0, 0, 1600, 1000});
     launch();
-    bool savedBeforeClipboard = false;
-    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::copyToClipboard);
-    QObject watcher;
-    QObject::connect(&delegate, &AppDelegate::captureRouted, &watcher,
-                     [&] { savedBeforeClipboard = CaptureHistory::shared().list().size() == 1; });
-    capture(picture());
-    EXPECT_TRUE(savedBeforeClipboard);
-    EXPECT_EQ(desktop.pasteboard.image->pixels().size(), QSize(30, 20));
+    qsizetype expected = 0;
+    for (const PostCaptureAction action : allPostCaptureActions) {
+        SettingsStore::shared().setPostCaptureAction(action);
+        qsizetype savedByThen = 0;
+        desktop.pasteboard.onClear = [&] { savedByThen = CaptureHistory::shared().list().size(); };
+        const Image image = picture();
+        capture(image);
+        EXPECT_EQ(savedByThen, ++expected) << rawValue(action).toStdString();
+        EXPECT_EQ(desktop.pasteboard.image, image);
+    }
 }

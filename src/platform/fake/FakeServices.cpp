@@ -55,6 +55,8 @@ HotKeyStatus FakeHotKeys::press(HotKeyID id) {
 }
 
 void FakePasteboard::clearContents() {
+    if (onClear)
+        onClear();
     calls.push_back(QStringLiteral("clearContents"));
     image.reset();
     text.reset();
