@@ -129,11 +129,30 @@ class VirtualDesktop:
         config = configuration.write_openbox(self.folder, self.options.focus_new, self.options.press_focuses)
         self.start_part("openbox", ["openbox", "--sm-disable", "--config-file", config])
         wait_for(lambda: self.alive("openbox") and self.window_manager_ready(), "a window manager")
+        self.wait_until_windows_are_managed()
 
     def window_manager_ready(self):
         check = self.display.intern_atom("_NET_SUPPORTING_WM_CHECK")
         found = self.display.screen().root.get_full_property(check, Xatom.WINDOW)
         return found and found.value[0]
+
+    def wait_until_windows_are_managed(self):
+        """It says that it is there before it has begun, and loses what is mapped until it has."""
+        screen = self.display.screen()
+        probe = screen.root.create_window(0, 0, 1, 1, 0, screen.root_depth)
+        state = self.display.intern_atom("WM_STATE")
+
+        def managed():
+            probe.map()
+            return self.alive("openbox") and probe.get_full_property(state, X.AnyPropertyType)
+
+        def forgotten():
+            clients = screen.root.get_full_property(self.display.intern_atom("_NET_CLIENT_LIST"), Xatom.WINDOW)
+            return self.alive("openbox") and clients and probe.id not in clients.value
+
+        wait_for(managed, "a window managed")
+        probe.destroy()
+        wait_for(forgotten, "that window forgotten")
 
     def start_compositor(self, lane):
         if lane == "none":

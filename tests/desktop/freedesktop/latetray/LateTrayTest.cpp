@@ -19,8 +19,8 @@ QByteArray managerNamedBy(const QStringList& window) {
     return said.exitCode == 0 && at >= 0 ? said.output.mid(at + 2).trimmed() : QByteArray();
 }
 
-// The panel waits a quarter of a minute for a window manager before it goes on without one; and one that
-// comes up beside it may lose the windows that come at the same time.
+// The panel waits a quarter of a minute for a window manager before it goes on without one; and one that has
+// only said that it is there loses the windows that come before it has begun.
 class WindowManager {
 public:
     WindowManager() {
@@ -28,6 +28,15 @@ public:
         EXPECT_TRUE(waitUntil([] {
             const QByteArray named = managerNamedBy({"-root"});
             return !named.isEmpty() && managerNamedBy({"-id", QString::fromLatin1(named)}) == named;
+        }));
+        QWidget probe;
+        probe.show();
+        const QString id = QString::number(probe.winId());
+        EXPECT_TRUE(waitUntil([&id] {
+            xdotool({QStringLiteral("windowmap"), id});
+            return runProgram(QStringLiteral("xprop"),
+                              {QStringLiteral("-id"), id, QStringLiteral("WM_STATE")})
+                .output.contains("Normal");
         }));
     }
     ~WindowManager() {
