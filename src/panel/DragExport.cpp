@@ -22,6 +22,15 @@ struct ExportQueue {
                       SerialQueue::QualityOfService::UserInitiated};
 };
 
+// The paths of the cards that are up, whether or not their files are there already.
+struct ClaimedPaths {
+    std::shared_ptr<QStringList> paths = std::make_shared<QStringList>();
+};
+
+bool isTaken(const QString& path) {
+    return Shared<ClaimedPaths>::instance().paths->contains(path) || QFileInfo::exists(path);
+}
+
 bool isOursAlone(const QString& folder) {
     const QFileInfo info(folder);
     return info.isDir() && !info.isSymLink() && info.ownerId() == geteuid();
@@ -67,17 +76,24 @@ QString newDragExportPath(const QString& folder) {
         QLocale::c().toString(Clock::now().toLocalTime(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
     const QString stem = folder + QStringLiteral("/Marrowfin ") + stamp;
     QString path = stem + QStringLiteral(".png");
-    for (int count = 2; QFileInfo::exists(path); ++count)
+    for (int count = 2; isTaken(path); ++count)
         path = stem + QStringLiteral(" %1.png").arg(count);
     return path;
 }
 
-DragExport::DragExport(const Image& exported) : image(exported), life(std::make_shared<DragExport*>(this)) {
+DragExport::DragExport(const Image& exported)
+    : image(exported), claimed(Shared<ClaimedPaths>::instance().paths),
+      life(std::make_shared<DragExport*>(this)) {
     const QString folder = dragExportFolder();
     if (!isOursAlone(folder))
         return;
     pruneDragExports(folder);
     path = newDragExportPath(folder);
+    claimed->append(path);
+}
+
+DragExport::~DragExport() {
+    claimed->removeOne(path);
 }
 
 void DragExport::start(std::function<void(qint64)> ready) {

@@ -6,6 +6,7 @@
 #include "base/Image.h"
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -16,6 +17,9 @@ class DragExport {
 public:
     // Makes the folder, prunes it, chooses the name.
     explicit DragExport(const Image& image);
+    ~DragExport();
+    DragExport(const DragExport&) = delete;
+    DragExport& operator=(const DragExport&) = delete;
 
     // Writes the file in the background; the block gets the number of bytes once it is there, unless this
     // object has gone by then.
@@ -31,6 +35,7 @@ private:
 
     Image image;
     QString path;
+    std::shared_ptr<QStringList> claimed; // the paths that no other card may take
     bool written = false;
     std::function<void(qint64)> whenReady;
     // Gone with this object; blocks under way look at it.
@@ -42,7 +47,8 @@ private:
 QString dragExportFolder();
 // Takes out what is older than an hour.
 void pruneDragExports(const QString& folder);
-// "Marrowfin 2026-11-21 at 10.41.37.png", with " 2", " 3" and so on before the dot while a file has the name.
+// "Marrowfin 2026-11-21 at 10.41.37.png", with " 2", " 3" and so on before the dot while a file or another
+// card has the name.
 QString newDragExportPath(const QString& folder);
 
 } // namespace marrowfin

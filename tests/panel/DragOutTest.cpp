@@ -253,6 +253,17 @@ TEST_F(DragOut, CardsOfOneSecondGetTheirOwnNames) {
                                   QStringLiteral("Marrowfin 2026-11-21 at 09.05.07 3.png")}));
 }
 
+TEST_F(DragOut, CardsOfOneSecondGetTheirOwnNamesBeforeAnyOfTheirFilesIsThere) {
+    Clock::setNow([] { return QDateTime(QDate(2026, 11, 21), QTime(9, 5, 7), Qt::UTC); });
+    CapturePanel* first = present(capture(300, 200));
+    CapturePanel* second = present(capture(310, 200));
+    EXPECT_TRUE(second->content().dragExport().destination().endsWith(QStringLiteral("07 2.png")));
+    const auto ready = [](CapturePanel* panel) { return panel->content().dragExport().isReady(); };
+    ASSERT_TRUE(fake::waitUntil([&] { return ready(first) && ready(second); }));
+    EXPECT_EQ(QImage(first->content().dragExport().destination()).width(), 300);
+    EXPECT_EQ(QImage(second->content().dragExport().destination()).width(), 310);
+}
+
 TEST_F(DragOut, WhatIsOlderThanAnHourGoesWithTheNextCard) {
     QDir().mkpath(folder());
     const auto leave = [&](const QString& name, qint64 secondsAgo) {
