@@ -73,4 +73,15 @@ std::optional<QRectF> ShapeLayer::damage(const Animation& animation, double befo
     return inset(rectBetween(endAt(before), endAt(now)), -lineWidth, -lineWidth);
 }
 
+void maskInside(Layer& layer, const QPainterPath& outline, double margin) {
+    QPainterPath outside;
+    outside.setFillRule(Qt::OddEvenFill);
+    outside.addRect(inset(layer.bounds(), -margin, -margin));
+    outside.addPath(outline);
+    auto& mask = layer.makeMask<ShapeLayer>();
+    mask.setFrame(layer.bounds());
+    mask.setPath(outside);
+    mask.setFillColor(Qt::black);
+}
+
 } // namespace marrowfin::chrome

@@ -33,4 +33,8 @@ private:
     Qt::PenCapStyle lineCap = Qt::FlatCap;
 };
 
+// Gives the layer a mask through which only what lies outside the outline is seen, as far around the layer as
+// the margin.
+void maskInside(Layer& layer, const QPainterPath& outline, double margin);
+
 } // namespace marrowfin::chrome

@@ -40,14 +40,7 @@ void SlabShadowView::updateShadow(const QSize& size, double radius) {
         layer->setFrame(plate.bounds());
     ambient.setShadow(shadowOf(outline, ambientRadius, ambientOffset));
     contact.setShadow(shadowOf(outline, contactRadius, contactOffset));
-    auto& outside = plate.makeMask<ShapeLayer>();
-    outside.setFrame(plate.bounds());
-    QPainterPath path;
-    path.setFillRule(Qt::OddEvenFill);
-    path.addRect(plate.bounds().adjusted(-maskMargin, -maskMargin, maskMargin, maskMargin));
-    path.addPath(outline);
-    outside.setPath(path);
-    outside.setFillColor(Qt::black);
+    maskInside(plate, outline, maskMargin);
     setDark(dark);
 }
 

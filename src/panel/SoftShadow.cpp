@@ -29,14 +29,7 @@ SoftShadow::SoftShadow(chrome::Layer& parent, const QRectF& card, const QPainter
         layer->setFrame(view.bounds());
     ambient.setShadow(shadowOf(outline, 16, {0, -5}));
     contact.setShadow(shadowOf(outline, 5, {0, -1.5}));
-    auto& outside = view.makeMask<chrome::ShapeLayer>();
-    outside.setFrame(view.bounds());
-    QPainterPath path;
-    path.setFillRule(Qt::OddEvenFill);
-    path.addRect(view.bounds().adjusted(-maskMargin, -maskMargin, maskMargin, maskMargin));
-    path.addPath(outline);
-    outside.setPath(path);
-    outside.setFillColor(Qt::black);
+    chrome::maskInside(view, outline, maskMargin);
     update(Change::AtOnce);
 }
 
