@@ -1,5 +1,6 @@
 // The pending crop as it is shown: everything else dimmed, thirds, outline, handles. The painter's user space
 // is image points, y down; `scale` is the canvas scale, so that lines and handles keep their size on screen.
+// Main thread.
 #pragma once
 
 #include <QRectF>

@@ -1,5 +1,6 @@
 // Watches the left presses of a window while text is edited on its canvas, and hands them all on: a press on
-// anything of that window but the canvas ends the edit. Owned by the canvas for the length of an edit.
+// anything of that window but the canvas ends the edit. Owned by the canvas for the length of an edit. Main
+// thread.
 #pragma once
 
 #include <QObject>

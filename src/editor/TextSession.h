@@ -1,4 +1,4 @@
-// One edit of text on the canvas. Image points, y down. A value.
+// One edit of text on the canvas. Image points, y down. A value; any thread.
 #pragma once
 
 #include <QColor>

@@ -1,4 +1,4 @@
-// What a card asks of whoever put it up. Views never act themselves.
+// What a card asks of whoever put it up. Views never act themselves. Main thread.
 #pragma once
 
 #include <QImage>
