@@ -3,9 +3,11 @@
 #include "platform/x11/SettledWindow.h"
 #include "platform/x11/WindowQuery.h"
 
+#include <QPainter>
 #include <QRegion>
 #include <algorithm>
 #include <xcb/composite.h>
+#include <xcb/shape.h>
 
 namespace marrowfin::x11 {
 
@@ -48,6 +50,8 @@ Result<QImage> WindowGrab::grab(WithCursor withCursor) {
     Result<QImage> picture = pixels(*place);
     if (!picture && readWindows(connection, {client}).empty())
         return gone();
+    if (picture)
+        cutToShape(*picture, *place);
     if (picture && withCursor == WithCursor::Yes)
         blendCursor(*picture, area.topLeft(), grabber.cursor());
     return picture;
@@ -60,7 +64,8 @@ std::optional<WindowGrab::Place> WindowGrab::placeOfFrame() {
     const auto attributes = connection.reply(xcb_get_window_attributes_reply, attributesCookie);
     if (!geometry || !attributes)
         return std::nullopt;
-    return Place{outerRect(*geometry), grabber.layoutOf(attributes->visual)};
+    const QPoint inside(geometry->x + geometry->border_width, geometry->y + geometry->border_width);
+    return Place{outerRect(*geometry), inside, grabber.layoutOf(attributes->visual)};
 }
 
 Result<QImage> WindowGrab::pixels(const Place& place) {
@@ -85,6 +90,29 @@ QImage WindowGrab::fromPixmap(const Place& place) {
     connection.ignore(xcb_free_pixmap_checked(connection.raw(), pixmap));
     connection.flush();
     return picture ? *std::move(picture) : QImage();
+}
+
+// Where a window manager cuts the corners off its frames the picture has what the server kept there, which is
+// black or of another window.
+void WindowGrab::cutToShape(QImage& picture, const Place& place) const {
+    if (!connection.extensions().shape)
+        return;
+    const auto shape =
+        connection.reply(xcb_shape_get_rectangles_reply,
+                         xcb_shape_get_rectangles(connection.raw(), frame, XCB_SHAPE_SK_BOUNDING));
+    if (!shape)
+        return;
+    QRegion outside(area);
+    const xcb_rectangle_t* parts = xcb_shape_get_rectangles_rectangles(shape.get());
+    for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(shape.get()); ++i)
+        outside -= QRect(parts[i].x, parts[i].y, parts[i].width, parts[i].height).translated(place.inside);
+    if (outside.isEmpty())
+        return;
+    picture.convertTo(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    for (const QRect& part : outside.translated(-area.topLeft()))
+        painter.fillRect(part, Qt::transparent);
 }
 
 // What of the area can't be seen on the screen now. Shapes of the windows above count as their rectangles: at

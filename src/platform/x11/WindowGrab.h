@@ -18,7 +18,8 @@ public:
     WindowGrab(const WindowGrab&) = delete;
     WindowGrab& operator=(const WindowGrab&) = delete;
 
-    // The window's visible frame as it is now, at its own size. The error is a sentence.
+    // The window's visible frame as it is now, at its own size; transparent where its shape leaves it out, as
+    // round corners do. The error is a sentence.
     Result<QImage> grab(WithCursor cursor);
     // The window whose drawing changes the picture: the root's child that holds the client.
     xcb_window_t frameWindow() const { return frame; }
@@ -27,12 +28,14 @@ public:
 
 private:
     struct Place {
-        QRect outer; // of the frame window, border in
+        QRect outer;   // of the frame window, border in
+        QPoint inside; // its origin, within the border
         PixelLayout layout;
     };
     std::optional<Place> placeOfFrame();
     QImage fromPixmap(const Place& place);
     Result<QImage> pixels(const Place& place);
+    void cutToShape(QImage& picture, const Place& place) const;
     QRegion covered(const QRect& visible) const;
     void keepOffScreen(const QRegion& exposed);
 

@@ -10,6 +10,7 @@
 #include <map>
 #include <thread>
 #include <unistd.h>
+#include <xcb/shape.h>
 
 using namespace marrowfin;
 using namespace marrowfin::platform;
@@ -168,6 +169,25 @@ TEST(TranslucentWindow, KeepsItsAlphaWhereThereIsACompositor) {
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->format(), QImage::Format_ARGB32_Premultiplied);
     EXPECT_EQ(differences(*picture, window.pattern()), 0);
+}
+
+TEST(ShapedWindow, IsTransparentWhereItsCornersAreCutOff) {
+    PaintedWindow window(here, {.rect = {200, 150, 320, 240}, .seed = 5, .managed = false});
+    window.waitUntilSeen();
+    const auto c = *x11::Connection::open(here);
+    const xcb_rectangle_t parts[] = {{4, 0, 312, 2}, {0, 2, 320, 238}};
+    c->check(xcb_shape_rectangles_checked(c->raw(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+                                          XCB_CLIP_ORDERING_UNSORTED, window.id(), 0, 0, 2, parts));
+    Eye eye(here);
+    const auto picture = settledPicture(eye, window.id());
+    ASSERT_TRUE(picture) << picture.error().message.toStdString();
+    QImage expected = window.pattern().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 4; ++x) {
+            expected.setPixel(x, y, 0);
+            expected.setPixel(319 - x, y, 0);
+        }
+    EXPECT_TRUE(*picture == expected);
 }
 
 TEST(ClosedWindow, IsAPlainSentence) {
