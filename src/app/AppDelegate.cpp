@@ -85,7 +85,8 @@ QCoro::Task<> AppDelegate::drainCaptures() {
 QCoro::Task<> AppDelegate::routeCapture(Image image) {
     services().pasteboard.clearContents();
     const Result<void> written = co_await services().pasteboard.writeImage(image);
-    if (!written)
+    // A desktop that went away ends the program, and says so itself.
+    if (!written && written.error().kind != Error::Kind::Dropped)
         logLine(QStringLiteral("[Marrowfin] clipboard: ") + written.error().message);
     const PostCaptureAction action = SettingsStore::shared().postCaptureAction();
     if (action == PostCaptureAction::copyToClipboard)

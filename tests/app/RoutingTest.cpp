@@ -165,6 +165,28 @@ TEST_F(RoutingTest, aRetentionOfOneDayLeavesAWeekOldCaptureInPlace) {
     EXPECT_EQ(CaptureHistory::shared().list().size(), 2);
 }
 
+TEST_F(RoutingTest, aClipboardThatCantBeHadIsLoggedAndTheCaptureGoesOn) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::copyToClipboard);
+    desktop.pasteboard.writeError = Error{Error::Kind::Failed, QStringLiteral("somebody holds it.")};
+    testing::internal::CaptureStderr();
+    capture(picture());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[Marrowfin] clipboard: somebody holds it.\n");
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 1);
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::openEditor);
+    capture(picture());
+    EXPECT_EQ(cards(), 1u);
+}
+
+TEST_F(RoutingTest, aDesktopThatWentAwayIsNotBlamedOnTheClipboard) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::copyToClipboard);
+    desktop.pasteboard.writeError = Error{Error::Kind::Dropped, QStringLiteral("gone")};
+    testing::internal::CaptureStderr();
+    capture(picture());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(RoutingTest, capturesAreRoutedOneAtATimeInTheOrderTaken) {
     launch();
     const Image first = picture(Qt::red);

@@ -64,6 +64,8 @@ void FakePasteboard::clearContents() {
 
 Outcome<void> FakePasteboard::writeImage(const Image& written) {
     calls.push_back(QStringLiteral("writeImage"));
+    if (writeError)
+        return settled<void>(tl::unexpected(*writeError));
     image = written;
     return settled<void>({});
 }

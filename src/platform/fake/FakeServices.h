@@ -66,6 +66,8 @@ public:
     std::optional<Image> image;
     std::optional<QString> text;
     std::vector<QString> calls; // "clearContents", "writeImage", "writeText", "handOver"
+    // What writing an image answers.
+    std::optional<Error> writeError;
     // Called when the contents are about to be cleared.
     std::function<void()> onClear;
 

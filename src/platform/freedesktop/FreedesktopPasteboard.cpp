@@ -27,6 +27,8 @@ struct FreedesktopPasteboard::Write {
         QGuiApplication::clipboard()->setMimeData(data.release());
         if (toolkitx11::ownsClipboard())
             result.settler.settle({});
+        else if (toolkitx11::isLost())
+            result.settler.settle(failure(QStringLiteral("The X server is gone."), Error::Kind::Dropped));
         else
             refuse(QStringLiteral("Another program holds the clipboard."));
     }

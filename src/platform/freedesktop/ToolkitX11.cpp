@@ -10,12 +10,22 @@ namespace marrowfin::freedesktop::toolkitx11 {
 namespace {
 template <class T>
 using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+// Also one that is broken.
+xcb_connection_t* ofToolkit() {
+    auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    return x11 ? x11->connection() : nullptr;
+}
 } // namespace
 
 xcb_connection_t* connection() {
-    auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    xcb_connection_t* found = x11 ? x11->connection() : nullptr;
+    xcb_connection_t* found = ofToolkit();
     return found && !xcb_connection_has_error(found) ? found : nullptr;
+}
+
+bool isLost() {
+    xcb_connection_t* found = ofToolkit();
+    return found && xcb_connection_has_error(found);
 }
 
 int screenNumber() {
@@ -47,12 +57,13 @@ xcb_atom_t intern(const QByteArray& name) {
 }
 
 xcb_window_t selectionOwner(const QByteArray& selection) {
+    xcb_connection_t* server = connection();
     const xcb_atom_t atom = intern(selection);
-    if (atom == XCB_ATOM_NONE)
+    if (!server || atom == XCB_ATOM_NONE)
         return XCB_NONE;
-    const auto cookie = xcb_get_selection_owner(connection(), atom);
-    const Reply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection(), cookie, nullptr), std::free);
+    const auto cookie = xcb_get_selection_owner(server, atom);
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(server, cookie, nullptr),
+                                                       std::free);
     return reply ? reply->owner : xcb_window_t{XCB_NONE};
 }
 

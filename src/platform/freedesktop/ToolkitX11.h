@@ -9,6 +9,8 @@ namespace marrowfin::freedesktop::toolkitx11 {
 
 // Null on other window systems, and when the connection is lost.
 xcb_connection_t* connection();
+// The server that the toolkit was connected to is gone.
+bool isLost();
 // Of the screen that the program was started on; 0 and null when there is no server.
 int screenNumber();
 xcb_window_t root();

@@ -191,7 +191,7 @@ void X11HotKeys::keyboardMayHaveChanged() {
 
 void X11HotKeys::regrab() {
     KeyboardMap now = readKeyboard(connection);
-    if (now == keyboard)
+    if (connection.isLost() || now == keyboard)
         return;
     keyboard = std::move(now);
     for (const HotKey& key : hotKeys) {
@@ -200,6 +200,8 @@ void X11HotKeys::regrab() {
     }
     for (HotKey& key : hotKeys) {
         key.grabs = grab(key.combination);
+        if (connection.isLost())
+            return; // nobody holds anything, and nothing is to be said about keys
         if (!key.grabs)
             logLine(QStringLiteral("[Marrowfin] After the keyboard changed, another program holds hot key %1")
                         .arg(key.id.id));
