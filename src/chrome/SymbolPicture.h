@@ -12,6 +12,7 @@ class SymbolPicture {
 public:
     SymbolPicture(const QString& name, double pointSize, SymbolWeight weight);
 
+    const QString& name() const { return symbol; }
     // Of the square it stands in.
     double side() const { return square; }
     void paintCentered(QPainter& painter, const QPointF& center, const QColor& color);

@@ -1,7 +1,5 @@
 #include "panel/GlassActionButton.h"
 
-#include "chrome/Symbols.h"
-
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -11,14 +9,14 @@ using chrome::Property;
 
 namespace {
 constexpr double symbolSize = 12.5;
-// A symbol's drawing leaves air around itself in its square; this brings its ink to the size of type.
-constexpr double symbolSquare = symbolSize * 1.25;
 constexpr double ringSeconds = 0.12;
 constexpr double confirmationSeconds = 0.9;
 } // namespace
 
 GlassActionButton::GlassActionButton(const QString& symbolName, const QString& name, QWidget* parent)
-    : QAbstractButton(parent), symbol(symbolName), title(name), host(*this), ring(host.root().add()) {
+    : QAbstractButton(parent), symbol(symbolName, symbolSize, chrome::SymbolWeight::Medium),
+      checkmark(QStringLiteral("checkmark"), symbolSize, chrome::SymbolWeight::Medium), title(name),
+      host(*this), ring(host.root().add()) {
     setFixedSize(QSizeF(side, side).toSize());
     setFocusPolicy(Qt::NoFocus);
     setToolTip(title);
@@ -47,13 +45,10 @@ void GlassActionButton::confirm() {
 void GlassActionButton::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     host.paint(painter, event->rect());
-    const QColor color = systemColor(SystemColor::label, scheme);
-    const QImage image = chrome::symbolImage(shownSymbol(), symbolSquare, color,
-                                             painter.deviceTransform().m11(), chrome::SymbolWeight::Medium);
-    const QSizeF size = image.deviceIndependentSize();
     if (isDown())
         painter.setOpacity(0.6);
-    painter.drawImage(QPointF((width() - size.width()) / 2, (height() - size.height()) / 2), image);
+    chrome::SymbolPicture& picture = confirmation.isRunning() ? checkmark : symbol;
+    picture.paintCentered(painter, QRectF(rect()).center(), systemColor(SystemColor::label, scheme));
 }
 
 void GlassActionButton::enterEvent(QEnterEvent*) {

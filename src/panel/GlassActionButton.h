@@ -5,6 +5,7 @@
 #include "base/SystemColors.h"
 #include "chrome/Delay.h"
 #include "chrome/LayerHost.h"
+#include "chrome/SymbolPicture.h"
 
 #include <QAbstractButton>
 
@@ -21,7 +22,7 @@ public:
     void setColorScheme(ColorScheme scheme);
     // Shows the check mark, then the symbol again.
     void confirm();
-    QString shownSymbol() const { return confirmation.isRunning() ? QStringLiteral("checkmark") : symbol; }
+    QString shownSymbol() const { return (confirmation.isRunning() ? checkmark : symbol).name(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -32,7 +33,8 @@ private:
     void showRing(bool shown);
     QColor ringColor() const;
 
-    QString symbol;
+    chrome::SymbolPicture symbol;
+    chrome::SymbolPicture checkmark;
     QString title;
     ColorScheme scheme = ColorScheme::Light;
     bool hovering = false;
