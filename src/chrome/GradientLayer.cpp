@@ -1,5 +1,7 @@
 #include "chrome/GradientLayer.h"
 
+#include "chrome/Strips.h"
+
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -17,14 +19,15 @@ void GradientLayer::setPoints(const QPointF& start, const QPointF& end) {
     changed();
 }
 
-void GradientLayer::paintOwn(QPainter& painter, double) const {
+void GradientLayer::paintOwn(QPainter& painter, const Moment& moment) const {
     const auto inBounds = [this](const QPointF& unit) {
         return QPointF(unit.x() * bounds().width(), unit.y() * bounds().height());
     };
     QLinearGradient gradient(inBounds(from), inBounds(to));
     gradient.setColorAt(0, first);
     gradient.setColorAt(1, last);
-    painter.fillRect(bounds(), gradient);
+    paintInStrips(painter, onDevice(painter, bounds(), moment.deviceClip), {}, Edges::Blended,
+                  [&] { painter.fillRect(bounds(), gradient); });
 }
 
 } // namespace marrowfin::chrome

@@ -13,7 +13,7 @@ public:
     void setPoints(const QPointF& start, const QPointF& end);
 
 protected:
-    void paintOwn(QPainter& painter, double now) const override;
+    void paintOwn(QPainter& painter, const Moment& moment) const override;
 
 private:
     QColor first;

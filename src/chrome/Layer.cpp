@@ -19,6 +19,11 @@ void Layer::adoptMask(std::unique_ptr<Layer> layer) {
     changed();
 }
 
+void Layer::setMaskHole(const QRectF& hole) {
+    maskHole = hole;
+    changed();
+}
+
 QRectF Layer::frame() const {
     return {position - QPointF(anchor.x() * size.width(), anchor.y() * size.height()), size};
 }

@@ -56,6 +56,9 @@ public:
         return result;
     }
 
+    // Within this part of the bounds the mask leaves nothing: nothing is painted there.
+    void setMaskHole(const QRectF& hole);
+
     // Without the transform.
     QRectF frame() const;
     void setFrame(const QRectF& frame);
@@ -98,9 +101,11 @@ protected:
         double now;
         double density;    // device pixels per point
         QRectF deviceClip; // nothing outside is wanted
+        // On a picture of its own of this part of the device.
+        Moment aside(const QRect& device) const { return {now, density, QRectF({0, 0}, device.size())}; }
     };
     // Between the contents and the sublayers, in the bounds.
-    virtual void paintOwn(QPainter&, double /*now*/) const {}
+    virtual void paintOwn(QPainter&, const Moment&) const {}
     // What paintOwn covers.
     virtual QRectF ownExtent(double /*now*/) const { return bounds(); }
     // When this animation next changes a pixel.
@@ -136,6 +141,7 @@ private:
     LayerHost* rootHost = nullptr;
     std::vector<std::unique_ptr<Layer>> sublayers;
     std::unique_ptr<Layer> mask;
+    QRectF maskHole;
 
     QPointF position; // of the anchor point, in the superlayer
     QPointF anchor{0.5, 0.5};

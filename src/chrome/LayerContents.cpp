@@ -1,5 +1,7 @@
 #include "chrome/LayerContents.h"
 
+#include "chrome/Strips.h"
+
 #include <QPainter>
 #include <cmath>
 
@@ -11,7 +13,7 @@ void LayerContents::set(const QImage& image) {
         levels.push_back(image);
 }
 
-void LayerContents::paint(QPainter& painter, const QRectF& rect) {
+void LayerContents::paint(QPainter& painter, const QRectF& rect, const QRectF& deviceClip) {
     if (levels.empty() || rect.isEmpty())
         return;
     const QTransform device = painter.deviceTransform();
@@ -26,7 +28,9 @@ void LayerContents::paint(QPainter& painter, const QRectF& rect) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.translate(rect.left(), rect.bottom());
     painter.scale(1, -1);
-    painter.drawImage(QRectF(QPointF(0, 0), rect.size()), levels[level]);
+    const QRectF upright(QPointF(0, 0), rect.size());
+    paintInStrips(painter, onDevice(painter, upright, deviceClip), {}, Edges::Blended,
+                  [&] { painter.drawImage(upright, levels[level]); });
     painter.restore();
 }
 

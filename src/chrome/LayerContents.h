@@ -15,8 +15,9 @@ public:
     void set(const QImage& image);
     bool isNull() const { return levels.empty(); }
     QImage image() const { return levels.empty() ? QImage() : levels.front(); }
-    // Fills the rectangle, upright in a space whose y points up.
-    void paint(QPainter& painter, const QRectF& rect);
+    // Fills the rectangle, upright in a space whose y points up. Outside of the clip, in pixels of the
+    // device, nothing is wanted.
+    void paint(QPainter& painter, const QRectF& rect, const QRectF& deviceClip);
 
 private:
     // The first is the image, each further one half of the one before; made when first needed.

@@ -18,6 +18,11 @@ public:
 private:
     using Moment = Layer::Moment;
     static void paint(QPainter& painter, const Layer& layer, const Moment& moment);
+    static void paintComposed(QPainter& painter, const Layer& layer, const QRect& device, double opacity,
+                              const Moment& moment);
+    static void paintGroup(QPainter& painter, const Layer& layer, const QRect& device, double opacity,
+                           const Moment& moment);
+    static void paintClipped(QPainter& painter, const Layer& layer, const Moment& moment);
     static void paintPlain(QPainter& painter, const Layer& layer, const Moment& moment);
     static void paintInside(QPainter& painter, const Layer& layer, const Moment& moment);
     static void paintShadow(QPainter& painter, const Layer& layer, const Moment& moment);

@@ -1,5 +1,7 @@
 #include "chrome/PoseEffect.h"
 
+#include "chrome/Strips.h"
+
 #include <QPainter>
 #include <QWidget>
 
@@ -30,7 +32,10 @@ void PoseEffect::draw(QPainter* painter) {
     painter->save();
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
     painter->setOpacity(painter->opacity() * current.opacity);
-    painter->drawPixmap(QPointF(origin) + QPointF(current.offset.x(), -current.offset.y()), source);
+    const QPointF place = QPointF(origin) + QPointF(current.offset.x(), -current.offset.y());
+    const QRectF all(place, source.deviceIndependentSize());
+    const QRect device = painter->deviceTransform().mapRect(all).toAlignedRect();
+    paintInStrips(*painter, device, {}, Edges::Whole, [&] { painter->drawPixmap(place, source); });
     painter->restore();
 }
 

@@ -1,10 +1,12 @@
 #include "chrome/ShadowMask.h"
 
-#include "base/Geometry.h"
+#include "chrome/PremultipliedPixel.h"
+#include "chrome/Strips.h"
 
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 namespace marrowfin::chrome {
@@ -24,21 +26,50 @@ std::vector<float> gaussianKernel(double sigma) {
     return kernel;
 }
 
+// As many numbers as the processor adds at once.
+using Vector = float __attribute__((vector_size(16)));
+constexpr int lanes = sizeof(Vector) / sizeof(float);
+
+Vector vectorAt(const float* numbers) {
+    Vector result;
+    std::memcpy(&result, numbers, sizeof result);
+    return result;
+}
+
 // Blurs the rows of a width x height plane and writes them as columns, so that two calls blur both ways.
 void blurTransposed(const std::vector<float>& in, std::vector<float>& out, int width, int height,
                     const std::vector<float>& kernel) {
     const int reach = static_cast<int>(kernel.size() / 2);
-    std::vector<float> row(width + 2 * reach);
-    std::vector<float> sums(width);
+    std::vector<float> row(width + 2 * reach + lanes);
     for (int y = 0; y < height; ++y) {
         std::copy_n(in.begin() + static_cast<std::ptrdiff_t>(y) * width, width, row.begin() + reach);
-        std::fill(sums.begin(), sums.end(), 0.0F);
-        for (std::size_t k = 0; k < kernel.size(); ++k)
-            for (int x = 0; x < width; ++x)
-                sums[x] += row[x + k] * kernel[k];
-        for (int x = 0; x < width; ++x)
-            out[static_cast<std::size_t>(x) * height + y] = sums[x];
+        for (int x = 0; x < width; x += lanes) {
+            Vector sums{};
+            for (std::size_t k = 0; k < kernel.size(); ++k)
+                sums += vectorAt(&row[x + k]) * kernel[k];
+            for (int lane = 0; lane < std::min(lanes, width - x); ++lane)
+                out[static_cast<std::size_t>(x + lane) * height + y] = sums[lane];
+        }
     }
+}
+
+// How much of each pixel the path covers. Painted in colour: only there does the toolkit fill an outline
+// without handing it to other threads.
+QImage covered(const QPainterPath& path, const QTransform& toPixels, const QSize& size) {
+    QImage painted(size, QImage::Format_ARGB32_Premultiplied);
+    painted.fill(Qt::transparent);
+    QPainter painter(&painted);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(toPixels);
+    painter.fillPath(path, Qt::black);
+    painter.end();
+    QImage result(size, QImage::Format_Alpha8);
+    for (int y = 0; y < size.height(); ++y) {
+        const auto* pixels = reinterpret_cast<const QRgb*>(painted.constScanLine(y));
+        std::transform(pixels, pixels + size.width(), result.scanLine(y),
+                       [](QRgb pixel) { return static_cast<uchar>(qAlpha(pixel)); });
+    }
+    return result;
 }
 } // namespace
 
@@ -74,43 +105,41 @@ void ShadowMask::compute(const QPainterPath& path, double radius, double density
     const QSize size(static_cast<int>(std::ceil(wanted.width() * cells)),
                      static_cast<int>(std::ceil(wanted.height() * cells)));
     area = QRectF(wanted.topLeft(), QSizeF(size) / cells);
-    QImage outline(size, QImage::Format_Alpha8);
-    outline.fill(0);
-    QPainter painter(&outline);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(cells, cells);
-    painter.translate(-area.topLeft());
-    painter.fillPath(path, Qt::black);
-    painter.end();
-    mask = blurredAlpha(outline, radius * cells);
+    mask = blurredAlpha(
+        covered(path, QTransform::fromTranslate(-area.x(), -area.y()) * QTransform::fromScale(cells, cells),
+                size),
+        radius * cells);
 }
 
 void ShadowMask::paint(QPainter& painter, const QPainterPath& path, double radius, const QPointF& offset,
-                       const QColor& color, double density, const QRectF& hidden) {
+                       const QColor& color, double density, const QRectF& deviceClip, const QRectF& hidden) {
     if (path.isEmpty() || color.alphaF() <= 0)
         return;
     if (radius != cachedRadius || density != cachedDensity || path != cachedPath)
         compute(path, radius, density);
     QColor opaque = color;
     opaque.setAlpha(255);
-    if (tint != opaque) {
-        tint = opaque;
-        tinted = QImage(mask.size(), QImage::Format_ARGB32_Premultiplied);
-        tinted.fill(opaque);
-        QPainter tinting(&tinted);
-        tinting.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        tinting.drawImage(0, 0, mask);
-    }
+    if (tint != opaque)
+        colorMask(opaque);
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    // Its edges are far outside of what is seen of it: they need no blending.
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setOpacity(painter.opacity() * color.alphaF());
     const QRectF all = area.translated(offset);
-    if (!hidden.isEmpty()) {
-        const QRect whole = integral(all).toRect();
-        painter.setClipRegion(QRegion(whole).subtracted(QRegion(hidden.toAlignedRect())), Qt::IntersectClip);
-    }
-    painter.drawImage(all, tinted);
+    paintInStrips(painter, onDevice(painter, all, deviceClip), insideOnDevice(painter, hidden), Edges::Whole,
+                  [&] { painter.drawImage(all, tinted); });
     painter.restore();
+}
+
+void ShadowMask::colorMask(const QColor& color) {
+    tint = color;
+    tinted = QImage(mask.size(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < mask.height(); ++y) {
+        auto* pixels = reinterpret_cast<QRgb*>(tinted.scanLine(y));
+        std::transform(mask.constScanLine(y), mask.constScanLine(y) + mask.width(), pixels,
+                       [whole = color.rgba()](uchar alpha) { return timesAlpha(whole, alpha); });
+    }
 }
 
 } // namespace marrowfin::chrome

@@ -16,15 +16,17 @@ public:
     static double reach(double radius) { return 3 * radius; }
 
     // Fills the shadow of the path with this colour, moved by the offset. The painter's axes may point any
-    // way; the radius (a Gaussian's sigma) is in the path's units, density is device pixels per unit.
+    // way; the radius (a Gaussian's sigma) is in the path's units, density is device pixels per unit. Nothing
+    // is wanted outside of the clip, in pixels of the device, nor within what is hidden.
     void paint(QPainter& painter, const QPainterPath& path, double radius, const QPointF& offset,
-               const QColor& color, double density, const QRectF& hidden = {});
+               const QColor& color, double density, const QRectF& deviceClip, const QRectF& hidden);
 
     // Tests and measures: how often a mask was computed.
     int computations() const { return computed; }
 
 private:
     void compute(const QPainterPath& path, double radius, double density);
+    void colorMask(const QColor& color);
 
     QPainterPath cachedPath;
     double cachedRadius = -1;

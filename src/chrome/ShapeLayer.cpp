@@ -2,6 +2,7 @@
 
 #include "base/Geometry.h"
 #include "chrome/AnimationClock.h"
+#include "chrome/Strips.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -31,16 +32,17 @@ void ShapeLayer::setLine(double width, Qt::PenCapStyle cap) {
     changed();
 }
 
-void ShapeLayer::paintOwn(QPainter& painter, double now) const {
+void ShapeLayer::paintOwn(QPainter& painter, const Moment& moment) const {
+    const QRect device = onDevice(painter, ownExtent(moment.now), moment.deviceClip);
     if (fill)
-        painter.fillPath(outline, *fill);
-    const double end = std::min(presentedNumber(Property::StrokeEnd, now), 1.0);
+        fillPath(painter, outline, *fill, device);
+    const double end = std::min(presentedNumber(Property::StrokeEnd, moment.now), 1.0);
     if (!stroke || end <= 0)
         return;
     QPen pen(*stroke, lineWidth, Qt::SolidLine, lineCap, Qt::MiterJoin);
     if (end < 1)
         pen.setDashPattern({end * length / lineWidth, length / lineWidth + 1});
-    painter.strokePath(outline, pen);
+    strokePath(painter, outline, pen, device);
 }
 
 QRectF ShapeLayer::ownExtent(double) const {

@@ -19,7 +19,7 @@ public:
     void setLine(double width, Qt::PenCapStyle cap = Qt::FlatCap);
 
 protected:
-    void paintOwn(QPainter& painter, double now) const override;
+    void paintOwn(QPainter& painter, const Moment& moment) const override;
     QRectF ownExtent(double now) const override;
     double nextChange(const Animation& animation, double now, double density) const override;
     std::optional<QRectF> damage(const Animation& animation, double before, double now) const override;

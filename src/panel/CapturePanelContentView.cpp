@@ -37,8 +37,11 @@ QString transformSpring() {
     return QStringLiteral("transformSpring");
 }
 
-chrome::Shadow boxShadow(const QPainterPath& path, double opacity, double radius, double below) {
+// Of a box that is opaque `inside`.
+chrome::Shadow boxShadow(const QPainterPath& path, const QRectF& inside, double opacity, double radius,
+                         double below) {
     chrome::Shadow shadow;
+    shadow.hidden = inside;
     shadow.opacity = opacity;
     shadow.radius = radius;
     shadow.offset = {0, -below};
@@ -90,7 +93,13 @@ chrome::Layer& CapturePanelContentView::buildThumbnail() {
     const QRectF area = thumbHolder.bounds();
     recede.setAnchorPoint({0.5, 1});
     recede.setFrame(area);
-    recede.setShadow(boxShadow(chrome::roundedRect(area, thumbRadius), 0.22, 5, 2));
+    // An opaque capture has an opaque backdrop; its corners are round and its edges may lie between pixels.
+    const bool isOpaque = !thumbnail.sharp.isNull() && !thumbnail.sharp.hasAlphaChannel();
+    const auto inside = [isOpaque](const QRectF& box, double by) {
+        return isOpaque ? inset(box, by, by) : QRectF();
+    };
+    recede.setShadow(
+        boxShadow(chrome::roundedRect(area, thumbRadius), inside(area, thumbRadius), 0.22, 5, 2));
     recede.setValue(Property::Opacity, 0.0);
     mount.setFrame(area);
     mount.setCornerRadius(thumbRadius, chrome::CornerCurve::Continuous);
@@ -106,7 +115,7 @@ chrome::Layer& CapturePanelContentView::buildThumbnail() {
     picture.setContents(thumbnail.sharp);
     QPainterPath outline;
     outline.addRect(picture.bounds());
-    picture.setShadow(boxShadow(outline, 0.3, 4, 1.5));
+    picture.setShadow(boxShadow(outline, inside(picture.bounds(), 2), 0.3, 4, 1.5));
     return picture;
 }
 

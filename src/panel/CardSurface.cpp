@@ -1,6 +1,7 @@
 #include "panel/CardSurface.h"
 
 #include "base/ColorAlpha.h"
+#include "base/Geometry.h"
 #include "base/SystemColors.h"
 
 namespace marrowfin {
@@ -9,6 +10,8 @@ using chrome::Property;
 
 namespace {
 constexpr double plateAlpha = 0.92;
+// Farther inside there is nothing of the ring, in the corners neither.
+constexpr double ringReach = 8;
 } // namespace
 
 QString rawValue(BackdropKind kind) {
@@ -53,6 +56,7 @@ void CardSurface::buildRim(chrome::Layer& parent, const QRectF& card) {
     mask.setFillColor(std::nullopt);
     mask.setStrokeColor(Qt::white);
     mask.setLine(1);
+    rimGradient->setMaskHole(inset(bounds, ringReach, ringReach));
 }
 
 void CardSurface::setDark(bool value) {

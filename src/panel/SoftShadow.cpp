@@ -1,5 +1,6 @@
 #include "panel/SoftShadow.h"
 
+#include "base/Geometry.h"
 #include "chrome/ShapeLayer.h"
 
 namespace marrowfin {
@@ -10,14 +11,14 @@ namespace {
 constexpr double changeSeconds = 0.25;
 // How far outside the card the mask lets the shadow be seen.
 constexpr double maskMargin = 120;
+// Farther inside the outline it leaves nothing, in the corners neither.
+constexpr double outlineReach = 8;
 
 chrome::Shadow shadowOf(const QPainterPath& outline, double radius, const QPointF& offset) {
     chrome::Shadow shadow;
     shadow.radius = radius;
     shadow.offset = offset;
     shadow.path = outline;
-    // Well inside the outline the mask leaves nothing of it.
-    shadow.hidden = outline.boundingRect().adjusted(8, 8, -8, -8);
     return shadow;
 }
 } // namespace
@@ -30,6 +31,7 @@ SoftShadow::SoftShadow(chrome::Layer& parent, const QRectF& card, const QPainter
     ambient.setShadow(shadowOf(outline, 16, {0, -5}));
     contact.setShadow(shadowOf(outline, 5, {0, -1.5}));
     chrome::maskInside(view, outline, maskMargin);
+    view.setMaskHole(inset(outline.boundingRect(), outlineReach, outlineReach));
     update(Change::AtOnce);
 }
 

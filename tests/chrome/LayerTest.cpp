@@ -175,6 +175,43 @@ TEST_F(Layers, AnEvenOddMaskCutsItsInnerPathOut) {
     EXPECT_EQ(seen.pixelColor(60, 45), QColor(Qt::red));
 }
 
+TEST_F(Layers, InTheHoleOfItsMaskALayerPaintsNothingAndElsewhereTheSame) {
+    Layer& layer = addBox(root, {5, 5, 90, 70}, QColor(200, 40, 60, 180));
+    addShadow(layer, {0, 0, 90, 70}, 1, 3);
+    ShapeLayer& mask = layer.makeMask<ShapeLayer>();
+    mask.setFrame(layer.bounds());
+    QPainterPath path;
+    path.setFillRule(Qt::OddEvenFill);
+    path.addRect(layer.bounds());
+    path.addEllipse(QRectF(20, 10, 50, 50));
+    mask.setPath(path);
+    for (const double density : {1.0, 1.3, 3.0}) {
+        const QImage whole = picture(density);
+        layer.setMaskHole({30, 20, 30, 30});
+        EXPECT_TRUE(picture(density) == whole) << density;
+        layer.setMaskHole({});
+    }
+    layer.setMaskHole({0, 0, 40, 70});
+    EXPECT_EQ(picture().pixelColor(8, 40).alpha(), 0);
+    EXPECT_GT(picture().pixelColor(90, 40).alpha(), 150);
+}
+
+TEST_F(Layers, AShadowIsLeftOutWhereItIsHidden) {
+    Layer& layer = addShadow(root, {20, 20, 60, 40}, 1, 4, {0, -4});
+    const QImage whole = picture(2);
+    Shadow shadow = layer.shadow();
+    shadow.hidden = {5, 5, 50, 30};
+    layer.setShadow(shadow);
+    const QImage seen = picture(2);
+    EXPECT_EQ(qAlpha(seen.pixel(100, 80)), 0);
+    EXPECT_GT(qAlpha(whole.pixel(100, 80)), 240);
+    for (int y = 0; y < seen.height(); ++y)
+        for (int x = 0; x < seen.width(); ++x)
+            if (!QRect(50, 50, 100, 60).contains(x, y)) {
+                ASSERT_NEAR(qAlpha(seen.pixel(x, y)), qAlpha(whole.pixel(x, y)), 1) << x << ' ' << y;
+            }
+}
+
 TEST_F(Layers, AShadowFallsByItsOffsetAndIsAGaussianOfItsRadius) {
     addShadow(root, {30, 20, 40, 40}, 1, 4, {0, -6});
     const QImage seen = picture();

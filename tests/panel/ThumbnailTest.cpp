@@ -82,6 +82,17 @@ TEST(Thumbnails, TheTintKeepsTheHueAndCalmsTheRest) {
     EXPECT_FALSE(tintOf(QImage()));
 }
 
+// A card leaves out the shadows behind them.
+TEST(Thumbnails, OfAnOpaqueCaptureAreOpaqueThroughout) {
+    for (const QSize size : {QSize(40, 30), QSize(3000, 500), QSize(300, 1400), QSize(1921, 1079)}) {
+        const Thumbnail thumbnail = renderThumbnail(filled(size.width(), size.height(), Qt::red), mount);
+        EXPECT_FALSE(thumbnail.sharp.hasAlphaChannel());
+        for (int y = 0; y < thumbnail.backdrop.height(); ++y)
+            for (int x = 0; x < thumbnail.backdrop.width(); ++x)
+                ASSERT_EQ(qAlpha(thumbnail.backdrop.pixel(x, y)), 255) << x << ' ' << y;
+    }
+}
+
 TEST(Thumbnails, WithoutPixelsThereIsNothingToShow) {
     const Thumbnail thumbnail = renderThumbnail(Image(), mount);
     EXPECT_TRUE(thumbnail.sharp.isNull());
