@@ -6,6 +6,7 @@
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPainterPath>
 #include <algorithm>
 
 namespace marrowfin {
@@ -21,6 +22,17 @@ QFont labelFont() {
 QColor black(double alpha) {
     return QColor::fromRgbF(0, 0, 0, static_cast<float>(alpha));
 }
+
+// The dashes begin at the bottom left and run along the bottom first.
+QPainterPath outlineFromBottomLeft(const QRectF& rect) {
+    QPainterPath path(rect.bottomLeft());
+    path.lineTo(rect.bottomRight());
+    path.lineTo(rect.topRight());
+    path.lineTo(rect.topLeft());
+    path.closeSubpath();
+    return path;
+}
+
 } // namespace
 
 SelectionView::SelectionView(QWidget* parent) : QWidget(parent) {
@@ -120,7 +132,7 @@ void SelectionView::drawSelection(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(toWidget(currentRect));
+    painter.drawPath(outlineFromBottomLeft(toWidget(currentRect)));
 
     const Label shown = label();
     painter.fillRect(shown.rect, black(0.7));

@@ -209,6 +209,20 @@ TEST_F(AreaSelectionOverlayTest, theBorderIsWhiteDashesOfFourOnAndFourOff) {
     EXPECT_NEAR(dark, 90, 4);
 }
 
+TEST_F(AreaSelectionOverlayTest, theDashesBeginAtTheBottomLeftAndRunAlongTheBottom) {
+    begin();
+    pressMouse(view(), {100, 100});
+    moveMouse(view(), {303, 301});
+    const QImage shot = grab();
+    const auto isWhite = [&shot](int x, int y) { return qRed(shot.pixel(x, y)) > 200; };
+    EXPECT_TRUE(isWhite(102, 300));
+    EXPECT_FALSE(isWhite(106, 300));
+    // 203 points on is the corner, in the fourth point of a dash.
+    EXPECT_TRUE(isWhite(301, 300));
+    EXPECT_FALSE(isWhite(302, 297));
+    EXPECT_TRUE(isWhite(302, 293));
+}
+
 TEST_F(AreaSelectionOverlayTest, theLabelTellsTheWholePointsOfWidthAndHeight) {
     begin();
     pressMouse(view(), {100, 100});
