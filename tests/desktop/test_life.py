@@ -1,18 +1,16 @@
 #!/usr/bin/python3
 """From launch to end: hot keys that are taken, a tray that comes late, SIGTERM, the clipboard after the end."""
 
-import os
 import signal
 
 from Xlib import X
 
 from support import pixels, reading, windows
 from support.program import HOT_KEY_CODES, SUPER_SHIFT, Program
+from support.slowdisk import SlowCapture
 from support.story import COPY_ONLY, Story, main
 from support.waiting import wait_for
 
-
-SLOW_DISK = os.environ.get("MARROWFIN_SLOW_DISK", "")
 FLAGS = ("--self-test", "--panel-preview", "--editor-proof", "--crop-proof", "--editor-ui-proof", "--ocr-ui-proof",
          "--hero-demo", "--blur-demo", "--crop-demo")
 
@@ -169,27 +167,15 @@ class TheEnd(Story):
         self.assertEqual(self.program.stop(), 0)
         self.assertFalse(windows.keyboard_is_grabbed(self.display))
 
-
     def test_sigterm_while_a_capture_is_being_written(self):
         """The disk is slow: the program has given the keys back before it could write the file."""
-        self.assertTrue(os.path.exists(SLOW_DISK), "MARROWFIN_SLOW_DISK names the library that makes writes wait")
-        gate = os.path.join(self.desktop.folder, "slow")
-        with open(gate, "w"):
-            pass
-        self.program = Program(self.desktop, settings=self.settings)
-        self.program.environment.update({"LD_PRELOAD": SLOW_DISK, "SLOW_FOLDER": self.program.history_folder,
-                                         "SLOW_WHILE": gate})
-        self.program.start()
-        screen = self.settled()
-        expected, soft = self.expected_area(screen, (0, 0, 1600, 1000))
-        self.input.hot_key(3)
-        wait_for(lambda: os.path.isdir(self.program.history_folder) and os.listdir(self.program.history_folder)
-                 or self.program.check_running(), "a file begun")
+        capture = SlowCapture(self)
         self.program.child.send_signal(signal.SIGTERM)
         wait_for(lambda: not windows.key_is_taken(self.display, HOT_KEY_CODES[3], SUPER_SHIFT), "the keys given back")
-        os.remove(gate)
+        capture.let_go()
         self.assertEqual(self.program.wait(), 0)
-        self.assertEqual(len(os.listdir(self.program.history_folder)), 1)
+        self.assertEqual(len(self.program.everything_in_the_history()), 1)
+        expected, soft = capture.expected
         self.assert_same(expected, pixels.read(self.program.history()[0]), "the capture", soft)
 
 

@@ -5,10 +5,9 @@ import os
 
 from support import pixels, windows
 from support.program import Program
+from support.slowdisk import SlowCapture
 from support.story import COPY_ONLY, Story, main
 from support.waiting import wait_for
-
-SLOW_DISK = os.environ.get("MARROWFIN_SLOW_DISK", "")
 
 
 class LostMonitor(Story):
@@ -94,14 +93,9 @@ class LostServer(Story):
         self.assertEqual(len(self.program.errors), 1, self.program.errors)
         for line in self.program.lines:
             self.assertIn("capture failed: ", line, "only a capture on its way may say that it failed")
-        for name in self.everything_in_the_history():
+        for name in self.program.everything_in_the_history():
             self.assertRegex(name, r"^capture_.*\.png$", "no half-written file, not a hidden one either")
             pixels.read(os.path.join(self.program.history_folder, name))
-
-    def everything_in_the_history(self):
-        """Hidden files too. The folder is made by the first capture."""
-        folder = self.program.history_folder
-        return os.listdir(folder) if os.path.isdir(folder) else []
 
     def test_it_goes_while_the_program_is_idle(self):
         self.start_program()
@@ -121,26 +115,15 @@ class LostServer(Story):
         self.desktop.end_part("Xvfb")
         self.assert_ended_in_order()
 
-
     def test_it_goes_while_a_capture_is_being_written(self):
         """The disk is slow: the program has heard of the loss before it could write the file."""
-        self.assertTrue(os.path.exists(SLOW_DISK), "MARROWFIN_SLOW_DISK names the library that makes writes wait")
-        gate = os.path.join(self.desktop.folder, "slow")
-        with open(gate, "w"):
-            pass
-        self.program = Program(self.desktop, settings=self.settings)
-        self.program.environment.update({"LD_PRELOAD": SLOW_DISK, "SLOW_FOLDER": self.program.history_folder,
-                                         "SLOW_WHILE": gate})
-        self.program.start()
-        screen = self.settled()
-        expected, soft = self.expected_area(screen, (0, 0, 1600, 1000))
-        self.input.hot_key(3)
-        wait_for(lambda: self.everything_in_the_history() or self.program.check_running(), "a file begun")
+        capture = SlowCapture(self)
         self.desktop.end_part("Xvfb")
         self.program.wait_for_line("X server is lost", "err")
-        os.remove(gate)
+        capture.let_go()
         self.assert_ended_in_order()
         self.assertEqual(len(self.program.history()), 1)
+        expected, soft = capture.expected
         self.assert_same(expected, pixels.read(self.program.history()[0]), "the capture", soft)
 
 

@@ -57,6 +57,10 @@ class Program:
         found = glob.glob(os.path.join(self.history_folder, "capture_*.png"))
         return sorted(found, key=lambda path: (os.stat(path).st_mtime_ns, path))
 
+    def everything_in_the_history(self):
+        """The names of all files, hidden and half-written ones too."""
+        return os.listdir(self.history_folder) if os.path.isdir(self.history_folder) else []
+
     def wait_for_history(self, count):
         wait_for(lambda: len(self.history()) >= count or self.check_running(), f"{count} captures in the history")
         found = self.history()
