@@ -23,6 +23,9 @@
 #include <cstdio>
 
 using namespace marrowfin;
+using namespace app;
+using namespace history;
+using namespace settings;
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <opencv2/imgproc.hpp>
 
 using namespace marrowfin;
+using namespace annotation;
 using namespace marrowfin::bench;
 
 namespace {

@@ -13,6 +13,8 @@
 #include <cmath>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 using namespace marrowfin::bench;
 
 namespace {

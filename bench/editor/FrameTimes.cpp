@@ -16,7 +16,10 @@
 #include <ctime>
 #include <numbers>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 QImage desktopPicture() {
@@ -309,7 +312,7 @@ BENCHMARK(typeText)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(firstFrame)->Iterations(5)->Unit(benchmark::kMillisecond);
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);

@@ -25,6 +25,9 @@
 #include <unistd.h>
 
 using namespace marrowfin;
+using namespace panel;
+using namespace imaging;
+using namespace settings;
 
 namespace {
 double millisecondsOf(clockid_t clock) {

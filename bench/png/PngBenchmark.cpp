@@ -1,7 +1,7 @@
 // How long a 4K screen takes to become a PNG file, and how large that is, beside the toolkit's own encoder at
 // its default. After the rows of times one line per screen gives the ratios of the medians and of the bytes.
 #include "SampleScreens.h"
-#include "base/PngWriter.h"
+#include "imaging/PngWriter.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -15,6 +15,7 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace imaging;
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The X11 backend's own share of a capture, on the display it is run on, beside the toolkit's screen grab:
 //     tests/desktop/session --size 3840x2160 -- build/release/bench/x11/bench_x11
 #include "base/Outcome.h"
-#include "platform/x11/Grabber.h"
-#include "platform/x11/WindowQuery.h"
 #include "platform/x11/X11Backend.h"
-#include "platform/x11/X11HotKeys.h"
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/capture/Grabber.h"
+#include "platform/x11/input/X11HotKeys.h"
+#include "platform/x11/layout/WindowQuery.h"
+#include "platform/x11/layout/X11Screens.h"
 
 #include <QApplication>
 #include <QPixmap>

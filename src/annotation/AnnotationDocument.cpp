@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <limits>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
+
+using namespace imaging;
 
 class AnnotationDocument::Changes {
 public:
@@ -214,4 +216,4 @@ void AnnotationDocument::restore(const Snapshot& snapshot, Changes& changes) {
     changes.undoState = true;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,12 +5,12 @@
 
 #include "annotation/AnyAnnotation.h"
 #include "annotation/Snapshot.h"
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QObject>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 class AnnotationDocument : public QObject {
     Q_OBJECT
@@ -18,13 +18,13 @@ public:
     static constexpr int maxUndoLevels = 50;
 
     // A null image is a document without pixels.
-    explicit AnnotationDocument(Image baseImage, QObject* parent = nullptr);
+    explicit AnnotationDocument(imaging::Image baseImage, QObject* parent = nullptr);
 
     // In order of insertion.
     const QList<AnyAnnotation>& annotations() const { return ink; }
     const std::optional<QUuid>& selectedAnnotationID() const { return selected; }
     void setSelectedAnnotationID(std::optional<QUuid> id);
-    const Image& baseImage() const { return base; }
+    const imaging::Image& baseImage() const { return base; }
     // Null when there is none with this id.
     const AnyAnnotation* annotation(const QUuid& id) const;
 
@@ -84,11 +84,11 @@ private:
 
     QList<AnyAnnotation> ink;
     std::optional<QUuid> selected;
-    Image base;
+    imaging::Image base;
     QList<Snapshot> undoable;
     QList<Snapshot> redoable;
     qint64 nextZ = 0;
     qint64 nextBadge = 1;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

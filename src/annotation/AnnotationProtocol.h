@@ -8,7 +8,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 template <class T>
 concept AnnotationProtocol = std::derived_from<T, Ink> && std::equality_comparable<T> &&
@@ -23,4 +23,4 @@ concept AnnotationProtocol = std::derived_from<T, Ink> && std::equality_comparab
     {record.translate(number, number)};
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

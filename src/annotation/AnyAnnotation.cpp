@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 constexpr double handleSide = 8.0; // view points
@@ -49,7 +49,7 @@ void AnyAnnotation::translate(double dx, double dy) {
 
 HandleRects AnyAnnotation::handleRects(double scale) const {
     const BoxInk* box = boxInk();
-    return box ? marrowfin::handleRects(box->box(), handleSide / scale) : HandleRects();
+    return box ? marrowfin::annotation::handleRects(box->box(), handleSide / scale) : HandleRects();
 }
 
 AnyAnnotation AnyAnnotation::resized(ResizeHandle handle, const QPointF& point) const {
@@ -67,4 +67,4 @@ QList<AnyAnnotation> inPaintOrder(QList<AnyAnnotation> annotations) {
     return annotations;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -17,7 +17,7 @@
 #include <QList>
 #include <variant>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 class AnyAnnotation {
 public:
@@ -70,4 +70,4 @@ private:
 // A copy in the order of painting: by z index, equal ones as they stand.
 QList<AnyAnnotation> inPaintOrder(QList<AnyAnnotation> annotations);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -9,7 +9,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 QRectF ArrowAnnotation::boundingRect() const {
     const double head = arrowHeadLength(distance(startPoint, endPoint), strokeWidth);
@@ -39,4 +39,4 @@ void ArrowAnnotation::draw(QPainter& painter) const {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

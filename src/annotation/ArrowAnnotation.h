@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct ArrowAnnotation : SegmentInk {
     // Has room for the head at either end.
@@ -19,4 +19,4 @@ struct ArrowAnnotation : SegmentInk {
     friend bool operator==(const ArrowAnnotation&, const ArrowAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 double arrowHeadLength(double length, double strokeWidth) {
     return std::min(length * 0.6, std::max(strokeWidth * 4.5, 10.0));
@@ -23,4 +23,4 @@ ArrowGeometry arrowGeometry(const QPointF& start, const QPointF& tip, double str
             behindTip(head * 0.6, angle)};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

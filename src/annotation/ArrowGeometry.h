@@ -3,7 +3,7 @@
 
 #include <QPointF>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // 4.5 times the stroke, at least 10 so that a hairline's head can be seen, at most 60% of the length.
 double arrowHeadLength(double length, double strokeWidth);
@@ -16,4 +16,4 @@ struct ArrowGeometry {
 };
 ArrowGeometry arrowGeometry(const QPointF& start, const QPointF& tip, double strokeWidth);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -7,7 +7,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 bool BlurAnnotation::hitTest(const QPointF& point, double tolerance) const {
     return hitsArea(box(), point, tolerance);
@@ -22,4 +22,4 @@ void BlurAnnotation::draw(QPainter& painter) const {
     painter.restore();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct BlurAnnotation : BoxInk {
     // The whole box is live.
@@ -17,4 +17,4 @@ struct BlurAnnotation : BoxInk {
     friend bool operator==(const BlurAnnotation&, const BlurAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -1,6 +1,6 @@
 #include "annotation/CropAspect.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 QString rawValue(CropAspect aspect) {
     switch (aspect) {
@@ -65,4 +65,4 @@ std::optional<double> aspectRatio(CropAspect aspect, const QSizeF& image) {
     return std::nullopt;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 enum class CropAspect { freeform, original, square, wide, standard, classic };
 
@@ -24,4 +24,4 @@ QString chipTitle(CropAspect aspect);
 // area.
 std::optional<double> aspectRatio(CropAspect aspect, const QSizeF& image);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -141,4 +141,4 @@ QRectF fittedCropRect(const QRectF& rect, std::optional<double> ratio, const QSi
             size};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

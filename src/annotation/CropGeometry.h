@@ -9,7 +9,7 @@
 #include <QSizeF>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // A freshly drawn rectangle below this on either axis is discarded.
 constexpr double minimumDefinedCrop = 4.0;
@@ -45,4 +45,4 @@ QRectF resizedCropRect(ResizeHandle handle, const QRectF& rect, const QPointF& p
 // The rectangle refitted to a ratio: same area, same middle, as far as the image has room.
 QRectF fittedCropRect(const QRectF& rect, std::optional<double> ratio, const QSizeF& image);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -4,7 +4,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 constexpr double farthest = 1e6;
@@ -32,4 +32,4 @@ bool isPaintable(const QRectF& rect) {
            maxY(rect) <= farthest;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

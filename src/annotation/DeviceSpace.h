@@ -7,7 +7,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // The part of the painter's current space that its device and its clip let through; empty when nothing.
 QRectF paintableRect(const QPainter& painter);
@@ -20,4 +20,4 @@ void enterDeviceSpace(QPainter& painter);
 // Numbers all, and none beyond a million.
 bool isPaintable(const QRectF& rect);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -48,4 +48,4 @@ void EllipseAnnotation::draw(QPainter& painter) const {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

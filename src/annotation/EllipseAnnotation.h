@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct EllipseAnnotation : BoxInk {
     // The live band is proportional to the ellipse, so the tolerance plays no part: unlike a rectangle's band
@@ -17,4 +17,4 @@ struct EllipseAnnotation : BoxInk {
     friend bool operator==(const EllipseAnnotation&, const EllipseAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

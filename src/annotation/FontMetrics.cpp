@@ -4,7 +4,7 @@
 
 #include <QFontMetricsF>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -41,4 +41,4 @@ LineMetrics textLineMetrics(double fontSize) {
     return {perPoint.height * fontSize, perPoint.baseline * fontSize};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

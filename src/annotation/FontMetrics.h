@@ -4,7 +4,7 @@
 
 #include "base/SystemFonts.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // From one baseline to the next.
 double defaultLineHeightForFont(const ExactFont& font);
@@ -23,4 +23,4 @@ struct LineMetrics {
 // The metrics of textFont at this size; both grow with the size alone. Zero for a size that is refused.
 LineMetrics textLineMetrics(double fontSize);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

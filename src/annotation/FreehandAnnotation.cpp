@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 QRectF FreehandAnnotation::boundingRect() const {
     if (points.isEmpty())
@@ -52,4 +52,4 @@ void FreehandAnnotation::draw(QPainter& painter) const {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -7,7 +7,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct FreehandAnnotation : Ink {
     QList<QPointF> points;
@@ -24,4 +24,4 @@ struct FreehandAnnotation : Ink {
     friend bool operator==(const FreehandAnnotation&, const FreehandAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

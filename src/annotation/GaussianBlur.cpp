@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -297,4 +297,4 @@ QImage gaussianBlurred(const QImage& pixels, const QRect& part, const QRect& sou
     return result;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -7,7 +7,7 @@
 #include <QImage>
 #include <QRect>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // `part` of the picture, blurred. Only the pixels inside `source` count, and those at its edges go on forever
 // outwards, so that the picture's own edges don't fade. `part` lies inside `source`, that inside the picture,
@@ -15,4 +15,4 @@ namespace marrowfin {
 // runs out. Sigmas beyond 768 are served as 768.
 QImage gaussianBlurred(const QImage& pixels, const QRect& part, const QRect& source, double sigma);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct HighlightAnnotation : BoxInk {
     // A light page is multiplied, which keeps its text; a dark page is screened, because multiplying would
@@ -20,4 +20,4 @@ struct HighlightAnnotation : BoxInk {
     friend bool operator==(const HighlightAnnotation&, const HighlightAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,9 @@
 #include <QColorTransform>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
+
+using namespace imaging;
 
 namespace {
 
@@ -57,4 +59,4 @@ std::optional<bool> isDarkBackdrop(const Image& image, const QRectF& rect) {
     return meanLuminance(image.pixels(), seen->toRect()) < 0.5;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

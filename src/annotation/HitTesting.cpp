@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 double distanceToSegment(const QPointF& point, const QPointF& a, const QPointF& b) {
     const QPointF along = b - a;
@@ -23,4 +23,4 @@ bool hitsOutline(const QRectF& box, const QPointF& point, double tolerance) {
     return hitsArea(box, point, tolerance) && !contains(inset(box, tolerance, tolerance), point);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

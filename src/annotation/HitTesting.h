@@ -4,7 +4,7 @@
 #include <QPointF>
 #include <QRectF>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // From the point to the nearest point of the segment from a to b, which may have no length.
 double distanceToSegment(const QPointF& point, const QPointF& a, const QPointF& b);
@@ -14,4 +14,4 @@ bool hitsArea(const QRectF& box, const QPointF& point, double tolerance);
 // Within the band around the box's outline; a box too small to shrink is live all over.
 bool hitsOutline(const QRectF& box, const QPointF& point, double tolerance);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -10,7 +10,9 @@
 #include <cmath>
 #include <vector>
 
-namespace marrowfin::ImageCompositor {
+namespace marrowfin::annotation::ImageCompositor {
+
+using namespace imaging;
 
 namespace {
 
@@ -132,7 +134,7 @@ Image cropImage(const Image& image, const QRectF& rect) {
 }
 
 std::optional<QByteArray> encodeImage(const Image& image, ImageFormat format, double quality) {
-    return marrowfin::encodeImage(image, format, quality);
+    return imaging::encodeImage(image, format, quality);
 }
 
-} // namespace marrowfin::ImageCompositor
+} // namespace marrowfin::annotation::ImageCompositor

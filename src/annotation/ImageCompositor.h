@@ -2,21 +2,21 @@
 // scale plays no part. A null image, or nothing, reports failure. No state; main thread.
 #pragma once
 
-#include "base/Image.h"
-#include "base/ImageFormat.h"
+#include "imaging/Image.h"
+#include "imaging/ImageFormat.h"
 
 #include <QRectF>
 #include <QTransform>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 class AnnotationDocument;
 }
 
-namespace marrowfin::ImageCompositor {
+namespace marrowfin::annotation::ImageCompositor {
 
 // The base image with its ink, pixel for pixel: without ink they are the base's very pixels. Selection,
 // pending crop and unfinished ink are the canvas's alone.
-Image composite(const AnnotationDocument& document);
+imaging::Image composite(const AnnotationDocument& document);
 
 // The sigma of a blur box, in image points.
 constexpr double blurSigma = 12.0;
@@ -30,9 +30,10 @@ QImage blurredImage(const QImage& pixels, double sigma);
 
 // The part of the image inside the rectangle (image points), with its edges on the nearest whole pixels.
 // Pixels are copied, never scaled, and the density stays. Null below one pixel.
-Image cropImage(const Image& image, const QRectF& rect);
+imaging::Image cropImage(const imaging::Image& image, const QRectF& rect);
 
 // The bytes of a file; quality from 0.0 to 1.0 counts for JPEG alone.
-std::optional<QByteArray> encodeImage(const Image& image, ImageFormat format, double quality);
+std::optional<QByteArray> encodeImage(const imaging::Image& image, imaging::ImageFormat format,
+                                      double quality);
 
-} // namespace marrowfin::ImageCompositor
+} // namespace marrowfin::annotation::ImageCompositor

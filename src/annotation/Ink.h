@@ -8,7 +8,7 @@
 #include <QSizeF>
 #include <QUuid>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct Ink {
     QUuid id = QUuid::createUuid(); // kept through moves, resizes, text edits, crops, undo and redo
@@ -48,4 +48,4 @@ struct SegmentInk : Ink {
     friend bool operator==(const SegmentInk&, const SegmentInk&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

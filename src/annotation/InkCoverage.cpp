@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -137,4 +137,4 @@ void InkCoverage::collectRects() {
     }
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

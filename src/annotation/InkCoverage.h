@@ -8,7 +8,7 @@
 #include <QTransform>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // A record's ink, roughly and generously: thick segments in the painter's space. A dot is a segment of no
 // length.
@@ -44,4 +44,4 @@ private:
     std::vector<QRect> covered;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

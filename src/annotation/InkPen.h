@@ -5,7 +5,7 @@
 
 #include <QPen>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // No pen for a width that isn't above 0: the toolkit would draw a hairline of one pixel.
 inline QPen inkPen(const Ink& ink, Qt::PenCapStyle cap, Qt::PenJoinStyle join) {
@@ -16,4 +16,4 @@ inline QPen inkPen(const Ink& ink, Qt::PenCapStyle cap, Qt::PenJoinStyle join) {
     return pen;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -84,4 +84,4 @@ void InkLayer::putOnto(QPainter& target) const {
     target.restore();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

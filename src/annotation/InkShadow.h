@@ -8,7 +8,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // A layer of one record: transparent on its coverage, undefined elsewhere.
 class InkLayer {
@@ -48,4 +48,4 @@ void paintWithInkShadow(QPainter& painter, const InkOutline& outline, Paint pain
     layer.putOnto(painter);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,7 +5,7 @@
 #include "annotation/InkShadow.h"
 #include "base/Geometry.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 QRectF LineAnnotation::boundingRect() const {
     return rectBetween(startPoint, endPoint);
@@ -22,4 +22,4 @@ void LineAnnotation::draw(QPainter& painter) const {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct LineAnnotation : SegmentInk {
     // The box of the two ends, without the line's width.
@@ -17,4 +17,4 @@ struct LineAnnotation : SegmentInk {
     friend bool operator==(const LineAnnotation&, const LineAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,7 @@
 
 #include <QPainterPath>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -50,4 +50,4 @@ void NumberAnnotation::draw(QPainter& painter) const {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

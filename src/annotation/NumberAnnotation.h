@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct NumberAnnotation : Ink {
     QPointF center;
@@ -21,4 +21,4 @@ struct NumberAnnotation : Ink {
     friend bool operator==(const NumberAnnotation&, const NumberAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

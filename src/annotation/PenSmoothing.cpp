@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -97,4 +97,4 @@ QPainterPath smoothedPath(const QList<QPointF>& points) {
     return curveThrough(smoothedPoints(points));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,7 @@
 #include <QPainterPath>
 #include <QPointF>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // Whether a hand can have drawn this: at most a million points long, so that the number of steps along it
 // stays within reason. Other strokes are not smoothed and not painted.
@@ -21,4 +21,4 @@ QPainterPath curveThrough(const QList<QPointF>& points);
 // The painted curve of a pen stroke.
 QPainterPath smoothedPath(const QList<QPointF>& points);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -5,7 +5,7 @@
 #include "annotation/InkShadow.h"
 #include "base/Geometry.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 bool RectangleAnnotation::hitTest(const QPointF& point, double tolerance) const {
     return hitsOutline(box(), point, tolerance);
@@ -26,4 +26,4 @@ void RectangleAnnotation::draw(QPainter& painter) const {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

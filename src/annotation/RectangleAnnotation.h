@@ -5,7 +5,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct RectangleAnnotation : BoxInk {
     // Only the band around the outline is live.
@@ -16,4 +16,4 @@ struct RectangleAnnotation : BoxInk {
     friend bool operator==(const RectangleAnnotation&, const RectangleAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

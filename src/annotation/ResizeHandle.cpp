@@ -2,7 +2,7 @@
 
 #include "base/Geometry.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -89,4 +89,4 @@ QRectF resizedRect(ResizeHandle handle, const QRectF& box, const QPointF& point)
     return standardized({x.start, y.start, x.length, y.length});
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,7 @@
 #include <array>
 #include <map>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 enum class ResizeHandle {
     topLeft,
@@ -34,4 +34,4 @@ HandleRects handleRects(const QRectF& box, double side);
 // opposite edge flips the box.
 QRectF resizedRect(ResizeHandle handle, const QRectF& box, const QPointF& point);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -4,7 +4,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -42,4 +42,4 @@ void drawSelectionChrome(const AnyAnnotation& annotation, double scale, QPainter
     painter.restore();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

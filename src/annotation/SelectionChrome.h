@@ -4,10 +4,10 @@
 #include "annotation/AnyAnnotation.h"
 #include "base/SystemColors.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // The painter's space is image points; `scale` is the canvas scale, view points to an image point.
 void drawSelectionChrome(const AnyAnnotation& annotation, double scale, QPainter& painter,
                          ColorScheme scheme = ColorScheme::Light);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

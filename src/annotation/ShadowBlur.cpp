@@ -9,7 +9,7 @@
 #include <memory>
 #include <numeric>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -112,4 +112,4 @@ void ShadowBlur::putUnder(QImage& layer, const std::vector<QRect>& rects) const 
     }
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -8,7 +8,7 @@
 #include <QRect>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 class ShadowBlur {
 public:
@@ -36,4 +36,4 @@ private:
     quint16 strength; // of 256
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -4,7 +4,7 @@
 #include <immintrin.h>
 #endif
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -95,4 +95,4 @@ const ShadowLoops& shadowLoops() {
     return plainShadowLoops;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

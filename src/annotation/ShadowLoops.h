@@ -5,7 +5,7 @@
 #include <QtGlobal>
 #include <cstddef>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 // Counts are multiples of 8; buffers that are read or written may be touched for this much more.
 constexpr int shadowLoopSlack = 16;
@@ -25,4 +25,4 @@ struct ShadowLoops {
 const ShadowLoops& shadowLoops();
 extern const ShadowLoops plainShadowLoops;
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -3,13 +3,13 @@
 #pragma once
 
 #include "annotation/AnyAnnotation.h"
-#include "base/Image.h"
+#include "imaging/Image.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct Snapshot {
     QList<AnyAnnotation> annotations;
-    Image baseImage;
+    imaging::Image baseImage;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -3,7 +3,7 @@
 #include "annotation/HitTesting.h"
 #include "annotation/TextLayout.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 QRectF TextAnnotation::boundingRect() const {
     return TextLayout(text, fontSize).rect().translated(position);
@@ -24,4 +24,4 @@ void TextAnnotation::draw(QPainter& painter) const {
     TextLayout(text, fontSize).draw(painter, position, strokeColor);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -7,7 +7,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 struct TextAnnotation : Ink {
     QPointF position; // the left end of the first line's baseline
@@ -23,4 +23,4 @@ struct TextAnnotation : Ink {
     friend bool operator==(const TextAnnotation&, const TextAnnotation&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

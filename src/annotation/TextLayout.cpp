@@ -10,7 +10,7 @@
 #include <cmath>
 #include <memory>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -194,4 +194,4 @@ int textLineCount(const QString& text) {
     return static_cast<int>(text.count(u'\n')) + 1;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -14,7 +14,7 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 class TextLayout {
 public:
@@ -56,4 +56,4 @@ private:
 // How many lines the text has; an empty text has one.
 int textLineCount(const QString& text);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -2,7 +2,7 @@
 
 #include "base/SystemColors.h"
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 ToolState::ToolState(QObject* parent) : QObject(parent), color(systemColor(SystemColor::red)) {}
 
@@ -48,4 +48,4 @@ void ToolState::toolDidChange(ToolType previous) {
         setCropRect(std::nullopt);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -11,7 +11,7 @@
 #include <QRectF>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 class ToolState : public QObject {
     Q_OBJECT
@@ -43,7 +43,7 @@ Q_SIGNALS:
     // Any field was set.
     void changed();
     // The tool was set, also to the one it was: choosing a tool in any way ends an open text edit.
-    void currentToolSet(marrowfin::ToolType tool);
+    void currentToolSet(marrowfin::annotation::ToolType tool);
 
 private:
     ToolType tool = ToolType::arrow;
@@ -54,4 +54,4 @@ private:
     CropAspect aspect = CropAspect::freeform;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 namespace {
 
@@ -52,4 +52,4 @@ std::optional<ToolType> toolForLetter(const QString& letter) {
     return toolWhere([&](ToolType tool) { return letter == keyboardLetter(tool); });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::annotation {
 
 enum class ToolType { select, crop, rectangle, ellipse, arrow, line, pen, highlight, blur, text, number };
 
@@ -25,4 +25,4 @@ QChar keyboardLetter(ToolType tool);
 // Nothing for a letter that is no tool's; upper case is.
 std::optional<ToolType> toolForLetter(const QString& letter);
 
-} // namespace marrowfin
+} // namespace marrowfin::annotation

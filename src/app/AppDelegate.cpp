@@ -17,9 +17,14 @@
 
 #include <QPointer>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
+using namespace capture;
+using namespace history;
+using namespace imaging;
+using namespace panel;
 using namespace platform;
+using namespace settings;
 
 AppDelegate::AppDelegate() = default;
 AppDelegate::~AppDelegate() = default;
@@ -101,4 +106,4 @@ void AppDelegate::applicationWillTerminate() {
         shortcuts->unregister();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

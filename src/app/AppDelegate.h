@@ -3,16 +3,19 @@
 #pragma once
 
 #include "app/StatusBarController.h"
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
 #include <deque>
 #include <memory>
 
-namespace marrowfin {
-
+namespace marrowfin::capture {
 class ScreenCaptureManager;
+}
+
+namespace marrowfin::app {
+
 class ShortcutManager;
 
 class AppDelegate : public QObject {
@@ -27,9 +30,9 @@ public:
     void applicationWillTerminate();
 
     // Clipboard first, then what the settings say. One capture at a time.
-    QCoro::Task<> routeCapture(Image image);
+    QCoro::Task<> routeCapture(imaging::Image image);
 
-    ScreenCaptureManager* captureManager() const { return manager.get(); }
+    capture::ScreenCaptureManager* captureManager() const { return manager.get(); }
     StatusBarController* statusBarController() const { return controller.get(); }
     ShortcutManager* shortcutManager() const { return shortcuts.get(); }
 
@@ -41,15 +44,15 @@ Q_SIGNALS:
 
 private:
     void makeStatusItem();
-    void receive(const std::optional<Image>& image);
+    void receive(const std::optional<imaging::Image>& image);
     QCoro::Task<> drainCaptures();
 
     std::unique_ptr<platform::StatusItem> statusItem;
-    std::unique_ptr<ScreenCaptureManager> manager;
+    std::unique_ptr<capture::ScreenCaptureManager> manager;
     std::unique_ptr<StatusBarController> controller;
     std::unique_ptr<ShortcutManager> shortcuts;
-    std::deque<Image> waiting; // captures on their way to history and routing
+    std::deque<imaging::Image> waiting; // captures on their way to history and routing
     bool draining = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::app

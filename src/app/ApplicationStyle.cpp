@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <QStyleFactory>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 namespace {
 
@@ -51,4 +51,4 @@ void installApplicationStyle() {
     QObject::connect(&appearance, &platform::Appearance::changed, qApp, apply);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -6,11 +6,11 @@
 
 #include <QPalette>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 QPalette applicationPalette(ColorScheme scheme);
 // Sets style, font and palette, and keeps the palette in step with the desktop's appearance. After the
 // services are installed.
 void installApplicationStyle();
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -2,16 +2,19 @@
 
 #include "base/AtomicFile.h"
 #include "base/Clock.h"
-#include "base/ImageFormat.h"
 #include "base/SerialQueue.h"
 #include "base/Shared.h"
+#include "imaging/ImageFormat.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 #include "settings/SettingsStore.h"
 
 #include <QDir>
 
-namespace marrowfin {
+namespace marrowfin::app {
+
+using namespace imaging;
+using namespace settings;
 
 namespace {
 
@@ -72,4 +75,4 @@ QCoro::Task<> saveCaptureToFile(Image image) {
         platform::services().opener.beep();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -8,7 +8,7 @@
 #include <QMenu>
 #include <QWidgetAction>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 namespace {
 
@@ -158,4 +158,4 @@ std::unique_ptr<QMenu> makeAllInOneMenu(const MenuActions& actions, const Record
     return menu;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

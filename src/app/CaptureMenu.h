@@ -9,7 +9,7 @@
 
 class QMenu;
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 // What the rows do.
 struct MenuActions {
@@ -34,4 +34,4 @@ struct MenuActions {
 std::unique_ptr<QMenu> makeMainMenu(const MenuActions& actions, const RecorderFeature* recorder);
 std::unique_ptr<QMenu> makeAllInOneMenu(const MenuActions& actions, const RecorderFeature* recorder);
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -3,7 +3,10 @@
 #include "base/Log.h"
 #include "pin/PinManager.h"
 
-namespace marrowfin {
+namespace marrowfin::app {
+
+using namespace imaging;
+using namespace pin;
 
 namespace {
 
@@ -65,4 +68,4 @@ Features makeFeatures() {
     return features;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -2,14 +2,14 @@
 // absent ones: it says so in one line on standard output and does nothing else. Main thread.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QCoro/QCoroTask>
 #include <QString>
 #include <memory>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 enum class RecorderState { idle, recording, stopping };
 
@@ -25,7 +25,7 @@ public:
 class ScrollingFeature {
 public:
     virtual ~ScrollingFeature() = default;
-    virtual QCoro::Task<std::optional<Image>> run() = 0;
+    virtual QCoro::Task<std::optional<imaging::Image>> run() = 0;
 };
 
 class TextCaptureFeature {
@@ -43,7 +43,7 @@ public:
 class ImageFeature {
 public:
     virtual ~ImageFeature() = default;
-    virtual void open(const Image& image) = 0;
+    virtual void open(const imaging::Image& image) = 0;
 };
 
 struct Features {
@@ -59,4 +59,4 @@ struct Features {
 // Those that are built, and the absent ones for the rest.
 Features makeFeatures();
 
-} // namespace marrowfin
+} // namespace marrowfin::app

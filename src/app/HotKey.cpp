@@ -2,7 +2,7 @@
 
 #include "platform/HotKeyService.h"
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 static_assert(hotKeyModifiers == platform::modifierCommand + platform::modifierShift);
 
@@ -18,4 +18,4 @@ const std::array<HotKey, 3>& hotKeys() {
     return table;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 struct HotKey {
     std::uint32_t id = 0;      // 1 to 3
@@ -21,4 +21,4 @@ constexpr std::uint32_t hotKeySignature = 0x4B56454C;
 
 const std::array<HotKey, 3>& hotKeys();
 
-} // namespace marrowfin
+} // namespace marrowfin::app

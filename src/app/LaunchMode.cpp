@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 namespace {
 struct Flag {
@@ -37,4 +37,4 @@ QString flag(LaunchMode mode) {
     return {};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 enum class LaunchMode {
     selfTest,
@@ -24,4 +24,4 @@ enum class LaunchMode {
 std::optional<LaunchMode> launchMode(const QStringList& arguments);
 QString flag(LaunchMode mode);
 
-} // namespace marrowfin
+} // namespace marrowfin::app

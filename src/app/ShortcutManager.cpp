@@ -6,8 +6,9 @@
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
-namespace marrowfin {
+namespace marrowfin::app {
 
+using namespace capture;
 using namespace platform;
 
 ShortcutManager::ShortcutManager(ScreenCaptureManager& manager) : captureManager(manager) {}
@@ -103,4 +104,4 @@ void ShortcutManager::dispatch(std::uint32_t id) {
     }
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -10,13 +10,15 @@
 #include <utility>
 #include <vector>
 
-namespace marrowfin {
-
+namespace marrowfin::capture {
 class ScreenCaptureManager;
+}
+
+namespace marrowfin::app {
 
 class ShortcutManager {
 public:
-    explicit ShortcutManager(ScreenCaptureManager& captureManager);
+    explicit ShortcutManager(capture::ScreenCaptureManager& captureManager);
 
     // A second call without unregister() does nothing. ("register" alone is a reserved word.)
     QCoro::Task<> registerHotKeys();
@@ -37,10 +39,10 @@ public:
 private:
     platform::HotKeyStatus handle(platform::HotKeyID id);
 
-    ScreenCaptureManager& captureManager;
+    capture::ScreenCaptureManager& captureManager;
     std::vector<platform::HotKeyRef> references;
     bool eventHandler = false;
     std::vector<std::pair<HotKey, platform::HotKeyStatus>> failed;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -9,7 +9,11 @@
 #include <QApplication>
 #include <QCursor>
 
-namespace marrowfin {
+namespace marrowfin::app {
+
+using namespace capture;
+using namespace editor;
+using namespace imaging;
 
 StatusBarController::StatusBarController(platform::StatusItem& item, ScreenCaptureManager& manager,
                                          Features features)
@@ -140,4 +144,4 @@ void StatusBarController::quit() {
     QApplication::quit();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -12,14 +12,19 @@
 #include <memory>
 #include <vector>
 
-namespace marrowfin {
-
-class EditorWindowController;
+namespace marrowfin::capture {
 class ScreenCaptureManager;
+}
+
+namespace marrowfin::editor {
+class EditorWindowController;
+}
+
+namespace marrowfin::app {
 
 class StatusBarController {
 public:
-    StatusBarController(platform::StatusItem& statusItem, ScreenCaptureManager& captureManager,
+    StatusBarController(platform::StatusItem& statusItem, capture::ScreenCaptureManager& captureManager,
                         Features features);
     ~StatusBarController();
 
@@ -46,11 +51,11 @@ private:
     void popUp(std::unique_ptr<QMenu> menu, Place place);
 
     platform::StatusItem& statusItem;
-    ScreenCaptureManager& captureManager;
+    capture::ScreenCaptureManager& captureManager;
     Features has;
     // Opened from the clipboard; an entry stays when its window closes.
-    std::vector<std::shared_ptr<EditorWindowController>> editorWindows;
+    std::vector<std::shared_ptr<editor::EditorWindowController>> editorWindows;
     QPointer<QMenu> openMenu;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::app

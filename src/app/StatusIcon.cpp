@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 namespace {
 constexpr double side = 18.0; // points
@@ -50,4 +50,4 @@ QImage statusIcon(int pixels, const QColor& color) {
     return image;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -4,9 +4,9 @@
 #include <QColor>
 #include <QImage>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 // The 18 x 18 point drawing on a square of this many pixels, in one colour on nothing.
 QImage statusIcon(int pixels, const QColor& color);
 
-} // namespace marrowfin
+} // namespace marrowfin::app

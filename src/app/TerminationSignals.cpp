@@ -4,7 +4,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 namespace {
 // A handler may do no more than write to a pipe; the main loop reads it.
@@ -49,4 +49,4 @@ TerminationSignals::~TerminationSignals() {
     }
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::app

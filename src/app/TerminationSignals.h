@@ -5,7 +5,7 @@
 #include <QSocketNotifier>
 #include <memory>
 
-namespace marrowfin {
+namespace marrowfin::app {
 
 // One per process, while it lives.
 class TerminationSignals : public QObject {
@@ -22,4 +22,4 @@ private:
     std::unique_ptr<QSocketNotifier> notifier;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::app

@@ -3,7 +3,7 @@
 #include "capture/SelectionView.h"
 #include "platform/Services.h"
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 using namespace platform;
 
@@ -59,4 +59,4 @@ void AreaSelectionOverlay::finish(std::optional<DesktopRect> rect) {
     settler.settle(rect);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

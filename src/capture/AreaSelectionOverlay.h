@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class SelectionView;
 
@@ -33,4 +33,4 @@ private:
     std::optional<Settler<std::optional<DesktopRect>>> continuation;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

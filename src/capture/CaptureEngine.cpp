@@ -4,8 +4,9 @@
 #include "capture/CaptureError.h"
 #include "platform/Services.h"
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
+using namespace imaging;
 using namespace platform;
 
 namespace {
@@ -95,4 +96,4 @@ void CaptureEngine::finish(Result<Image> result) {
     resuming->settle(std::move(result));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

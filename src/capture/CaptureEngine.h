@@ -3,13 +3,13 @@
 // sample queue.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 #include "platform/ScreenSource.h"
 
 #include <memory>
 #include <mutex>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class CaptureEngine : public std::enable_shared_from_this<CaptureEngine> {
 public:
@@ -17,19 +17,19 @@ public:
 
     // Once per engine. The image has one size unit per pixel, and its encoding has begun. A stream that never
     // delivers a complete frame leaves the caller waiting.
-    Outcome<Image> capture(const platform::ContentFilter& filter,
-                           const platform::StreamConfiguration& configuration);
+    Outcome<imaging::Image> capture(const platform::ContentFilter& filter,
+                                    const platform::StreamConfiguration& configuration);
 
 private:
     CaptureEngine();
     void receive(const platform::Frame& frame, platform::OutputType type);
-    void finish(Result<Image> result);
+    void finish(Result<imaging::Image> result);
 
     // Guards stream and continuation; never held while calling into the stream or settling.
     std::mutex lock;
     std::shared_ptr<platform::ScreenStream> stream;
-    std::optional<Settler<Image>> continuation;
+    std::optional<Settler<imaging::Image>> continuation;
     std::shared_ptr<SerialQueue> sampleQueue;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

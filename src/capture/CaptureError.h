@@ -4,7 +4,7 @@
 
 #include "base/Result.h"
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 enum class CaptureError { noImageBuffer, imageCreationFailed, streamStartFailed };
 
@@ -24,4 +24,4 @@ inline tl::unexpected<Error> failure(CaptureError error) {
     return tl::unexpected<Error>(toError(error));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -1,6 +1,6 @@
 #include "capture/CaptureGeometry.h"
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 using namespace platform;
 
@@ -56,4 +56,4 @@ StreamConfiguration windowConfiguration(const Window& window, double scale) {
     return configuration;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

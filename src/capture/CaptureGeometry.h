@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 // The display whose frame wholly contains the rectangle, else the first; nothing when the list is empty.
 std::optional<platform::Display> displayFor(const ScreenRect& rect,
@@ -24,4 +24,4 @@ double windowScale(const platform::Window& window, const std::vector<platform::D
 platform::StreamConfiguration rectConfiguration(const ScreenRect& rect, const platform::Display& display);
 platform::StreamConfiguration windowConfiguration(const platform::Window& window, double scale);
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -6,7 +6,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 using chrome::AnimationClock;
 using chrome::TimingFunction;
@@ -59,4 +59,4 @@ void CountdownDigit::paintEvent(QPaintEvent*) {
     painter.drawText(QPointF(rect.x(), rect.y() + QFontMetricsF(digitFont()).ascent()), shown);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

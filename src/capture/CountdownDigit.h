@@ -7,7 +7,7 @@
 
 #include <QWidget>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class CountdownDigit : public QWidget, private chrome::AnimationClock::Client {
     Q_OBJECT
@@ -33,4 +33,4 @@ private:
     double currentAlpha = 1.0;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class KeyCaptureView : public QWidget {
     Q_OBJECT
@@ -26,4 +26,4 @@ protected:
     }
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

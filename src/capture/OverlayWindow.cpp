@@ -5,7 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 using namespace platform;
 
@@ -55,4 +55,4 @@ void OverlayWindow::paintEvent(QPaintEvent* event) {
         painter.fillRect(part, background);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

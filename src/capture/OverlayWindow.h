@@ -11,7 +11,7 @@
 #include <QWidget>
 #include <memory>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class OverlayWindow : public QWidget {
     Q_OBJECT
@@ -44,4 +44,4 @@ private:
     QPointer<QWidget> filling;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -5,7 +5,7 @@
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 QCoro::Task<> showPermissionAlert() {
     chrome::AlertSpec alert;
@@ -23,4 +23,4 @@ QCoro::Task<> showPermissionAlert() {
         printLine(opened.error().message);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

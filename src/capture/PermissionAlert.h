@@ -3,9 +3,9 @@
 
 #include <QCoro/QCoroTask>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 // Opens the desktop's settings page when asked to; returns when the alert has closed.
 QCoro::Task<> showPermissionAlert();
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -11,8 +11,9 @@
 #include "platform/Services.h"
 #include "platform/SurfaceHost.h"
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
+using namespace imaging;
 using namespace platform;
 
 void ScreenCaptureManager::setCapturedImage(const Image& value) {
@@ -126,4 +127,4 @@ void ScreenCaptureManager::publish(const Result<Image>& result, const QString& f
         printLine(failurePrefix + result.error().message);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "base/Coordinates.h"
-#include "base/Image.h"
+#include "imaging/Image.h"
 #include "platform/ScreenSource.h"
 
 #include <QCoro/QCoroTask>
@@ -12,7 +12,7 @@
 #include <functional>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class ScreenCaptureManager : public QObject {
     Q_OBJECT
@@ -20,12 +20,13 @@ public:
     ScreenCaptureManager() = default;
 
     // The last successful capture; never cleared by a failure.
-    const std::optional<Image>& capturedImage() const { return image; }
+    const std::optional<imaging::Image>& capturedImage() const { return image; }
     // Publishes, also when the value is the same.
-    void setCapturedImage(const Image& value);
+    void setCapturedImage(const imaging::Image& value);
     // Calls with the current value and then on each set, from the event loop of the main thread, while the
     // receiver lives.
-    void observeCapturedImage(QObject* receiver, std::function<void(const std::optional<Image>&)> sink);
+    void observeCapturedImage(QObject* receiver,
+                              std::function<void(const std::optional<imaging::Image>&)> sink);
 
     // The last accepted area selection; memory only.
     const std::optional<DesktopRect>& previousRect() const { return previous; }
@@ -36,8 +37,9 @@ public:
     QCoro::Task<> captureWindow();
 
     // The display is chosen by the rectangle when none is given.
-    static QCoro::Task<Result<Image>> captureRect(DesktopRect rect, std::optional<platform::Display> display);
-    static QCoro::Task<Result<Image>> captureWindowWithID(std::uint32_t windowID);
+    static QCoro::Task<Result<imaging::Image>> captureRect(DesktopRect rect,
+                                                           std::optional<platform::Display> display);
+    static QCoro::Task<Result<imaging::Image>> captureWindowWithID(std::uint32_t windowID);
 
     // Asked before each command from the menu; shows the alert when capturing isn't permitted.
     static QCoro::Task<bool> screenPermissionGranted();
@@ -46,10 +48,10 @@ Q_SIGNALS:
     void capturedImageChanged();
 
 private:
-    void publish(const Result<Image>& result, const QString& failurePrefix);
+    void publish(const Result<imaging::Image>& result, const QString& failurePrefix);
 
-    std::optional<Image> image;
+    std::optional<imaging::Image> image;
     std::optional<DesktopRect> previous;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -9,7 +9,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 namespace {
 constexpr double smallestSide = 5.0; // a drag must exceed it in both directions
@@ -143,4 +143,4 @@ void SelectionView::drawSelection(QPainter& painter) const {
                      shown.text);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -8,7 +8,7 @@
 #include <functional>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class SelectionView : public QWidget {
 public:
@@ -48,4 +48,4 @@ private:
     std::optional<QPointF> startPoint;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

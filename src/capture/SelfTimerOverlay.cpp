@@ -5,7 +5,7 @@
 
 #include <QPointer>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 using namespace platform;
 
@@ -47,4 +47,4 @@ QCoro::Task<> SelfTimerOverlay::run(int seconds) {
     OverlayWindow::retire(std::move(window));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -8,7 +8,7 @@
 #include <QCoro/QCoroTask>
 #include <memory>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class SelfTimerOverlay {
 public:
@@ -25,4 +25,4 @@ private:
     chrome::Delay pause; // between two digits
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -6,7 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 WindowHighlightView::WindowHighlightView(QWidget* parent) : QWidget(parent) {}
 
@@ -33,4 +33,4 @@ void WindowHighlightView::paintEvent(QPaintEvent*) {
     painter.drawRect(QRectF(rect()));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class WindowHighlightView : public QWidget {
     Q_OBJECT
@@ -23,4 +23,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

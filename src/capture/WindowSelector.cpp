@@ -7,7 +7,7 @@
 
 #include <QCoreApplication>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 using namespace platform;
 
@@ -116,4 +116,4 @@ void WindowSelector::finish(std::optional<std::uint32_t> windowID) {
     settler.settle(windowID);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

@@ -12,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::capture {
 
 class WindowHighlightView;
 
@@ -51,4 +51,4 @@ private:
     std::shared_ptr<WindowSelector*> life;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::capture

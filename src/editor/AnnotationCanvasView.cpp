@@ -10,7 +10,9 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 AnnotationCanvasView::AnnotationCanvasView(QWidget* parent)
     : QWidget(parent), painting(std::make_unique<CanvasPainter>()) {
@@ -234,4 +236,4 @@ void AnnotationCanvasView::mouseReleaseEvent(QMouseEvent* event) {
     contentsDidChange();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -18,7 +18,7 @@
 #include <optional>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class CanvasPainter;
 class TextClickMonitor;
@@ -30,10 +30,10 @@ public:
     ~AnnotationCanvasView() override;
 
     // Neither is owned; either may go before the canvas does.
-    AnnotationDocument* document() const { return doc; }
-    void setDocument(AnnotationDocument* document);
-    ToolState* toolState() const { return tools; }
-    void setToolState(ToolState* toolState);
+    annotation::AnnotationDocument* document() const { return doc; }
+    void setDocument(annotation::AnnotationDocument* document);
+    annotation::ToolState* toolState() const { return tools; }
+    void setToolState(annotation::ToolState* toolState);
     // Space kept free of the image for the floating chrome.
     const QMarginsF& contentInsets() const { return insets; }
     void setContentInsets(const QMarginsF& insets);
@@ -78,8 +78,8 @@ private:
     // What is on the screen of that which comes and goes without being ink, so that a change repaints no more
     // than it must.
     struct Shown {
-        QList<AnyAnnotation> annotations;
-        std::optional<AnyAnnotation> inProgress;
+        QList<annotation::AnyAnnotation> annotations;
+        std::optional<annotation::AnyAnnotation> inProgress;
         std::optional<QUuid> selected;
         std::optional<QUuid> hidden; // stands in the inline editor instead
         std::optional<QRectF> crop;
@@ -105,8 +105,8 @@ private:
     void storeTyped(const TextSession& ended, const QString& typed);
     void paintTextEditor(QPainter& painter) const;
 
-    QPointer<AnnotationDocument> doc;
-    QPointer<ToolState> tools;
+    QPointer<annotation::AnnotationDocument> doc;
+    QPointer<annotation::ToolState> tools;
     std::vector<QMetaObject::Connection> documentConnections;
     std::vector<QMetaObject::Connection> toolConnections;
     QMarginsF insets;
@@ -121,4 +121,4 @@ private:
     std::unique_ptr<CanvasPainter> painting;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -5,7 +5,9 @@
 
 #include <QKeyEvent>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 bool isUndoKey(const QKeyEvent& event) {
@@ -67,4 +69,4 @@ void AnnotationCanvasView::cancelCrop() {
         tools->choose(ToolType::select);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

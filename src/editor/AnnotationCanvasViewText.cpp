@@ -12,7 +12,9 @@
 #include <QInputMethod>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 constexpr double outlineReachX = 3.0;
@@ -109,4 +111,4 @@ void AnnotationCanvasView::storeTyped(const TextSession& ended, const QString& t
     doc->setSelectedAnnotationID(std::nullopt); // whichever way it ended, the text isn't left selected
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 namespace {
 
@@ -63,4 +63,4 @@ void CanvasBackdrop::paint() {
     painter.drawRect(inset(target, -density / 2, -density / 2));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -2,15 +2,15 @@
 // the image's shadow, the image itself resampled by area, and its hairline. Main thread.
 #pragma once
 
-#include "base/Image.h"
 #include "base/SystemColors.h"
 #include "editor/CanvasFit.h"
+#include "imaging/Image.h"
 
 #include <QImage>
 #include <QRect>
 #include <QTransform>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class CanvasBackdrop {
 public:
@@ -18,7 +18,7 @@ public:
         QSizeF view;
         CanvasFit fit;
         QTransform viewToLayer; // layer: device pixels from the canvas's top left corner
-        Image base;
+        imaging::Image base;
         ColorScheme scheme = ColorScheme::Light;
 
         friend bool operator==(const Key&, const Key&) = default;
@@ -42,4 +42,4 @@ private:
     QImage scaled;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 constexpr double handleHitSide =
@@ -65,4 +67,4 @@ void CanvasCrop::mouseUp(ToolState& tools) {
     state = None{};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -10,7 +10,7 @@
 #include <QSizeF>
 #include <variant>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class CanvasCrop {
 public:
@@ -22,21 +22,22 @@ public:
         QRectF unsnapped; // what rides on, so that a snap isn't cumulative and a continued drag leaves it
     };
     struct Resizing {
-        ResizeHandle handle;
+        annotation::ResizeHandle handle;
     };
     struct None {};
     using CropInteraction = std::variant<Defining, Moving, Resizing, None>;
 
     const CropInteraction& interaction() const { return state; }
 
-    void mouseDown(ToolState& tools, const QPointF& point, const QSizeF& image, double scale);
-    void mouseDragged(ToolState& tools, const QPointF& point, const QSizeF& image, double scale);
-    void mouseUp(ToolState& tools);
+    void mouseDown(annotation::ToolState& tools, const QPointF& point, const QSizeF& image, double scale);
+    void mouseDragged(annotation::ToolState& tools, const QPointF& point, const QSizeF& image, double scale);
+    void mouseUp(annotation::ToolState& tools);
 
 private:
-    void move(ToolState& tools, const QPointF& point, const QSizeF& image, double scale, Moving moving);
+    void move(annotation::ToolState& tools, const QPointF& point, const QSizeF& image, double scale,
+              Moving moving);
 
     CropInteraction state = None{};
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

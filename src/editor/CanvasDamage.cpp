@@ -6,7 +6,9 @@
 #include <QSet>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -147,4 +149,4 @@ QRegion cropDamage(const std::optional<QRectF>& before, const std::optional<QRec
     return damage;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

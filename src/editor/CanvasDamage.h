@@ -8,20 +8,21 @@
 #include <QRegion>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 // Everything that the record can paint, its shadow included, in image points.
-QRectF inkBounds(const AnyAnnotation& annotation);
+QRectF inkBounds(const annotation::AnyAnnotation& annotation);
 
 // Where one value of a record looks different from another; either may be missing.
-QRegion inkDamage(const AnyAnnotation* before, const AnyAnnotation* after, const CanvasFit& fit);
-// Where the records of two lists look different.
-QRegion inkDamage(const QList<AnyAnnotation>& before, const QList<AnyAnnotation>& after,
+QRegion inkDamage(const annotation::AnyAnnotation* before, const annotation::AnyAnnotation* after,
                   const CanvasFit& fit);
+// Where the records of two lists look different.
+QRegion inkDamage(const QList<annotation::AnyAnnotation>& before,
+                  const QList<annotation::AnyAnnotation>& after, const CanvasFit& fit);
 // The dashed frame and the handles around a selected record.
-QRegion selectionDamage(const AnyAnnotation* selected, const CanvasFit& fit);
+QRegion selectionDamage(const annotation::AnyAnnotation* selected, const CanvasFit& fit);
 // Where the overlay of one crop looks different from that of another on this image.
 QRegion cropDamage(const std::optional<QRectF>& before, const std::optional<QRectF>& after,
                    const QSizeF& image, const CanvasFit& fit);
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

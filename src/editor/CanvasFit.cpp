@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 namespace {
 constexpr double smallestAvailable = 50.0;
@@ -46,4 +46,4 @@ QTransform CanvasFit::paintTransform(double density) const {
     return {scale, 0, 0, scale, x, y};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

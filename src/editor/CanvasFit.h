@@ -8,7 +8,7 @@
 #include <QSizeF>
 #include <QTransform>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 // The view without the space that the floating chrome takes; where that leaves almost nothing, a small square
 // in the middle of the view, so that the image is never gone.
@@ -34,4 +34,4 @@ struct CanvasFit {
     friend bool operator==(const CanvasFit&, const CanvasFit&) = default;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -215,4 +217,4 @@ void CanvasInteraction::reset() {
     inProgress.reset();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

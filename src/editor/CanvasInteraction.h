@@ -8,7 +8,7 @@
 
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 enum class ClickCount { Single, Double };
 
@@ -21,32 +21,35 @@ struct TextRequest {
 struct InteractionState {
     enum class Kind { moving, resizing, idle, drawing };
     Kind kind = Kind::idle;
-    ResizeHandle handle = ResizeHandle::topLeft; // the one that is dragged while resizing
+    annotation::ResizeHandle handle =
+        annotation::ResizeHandle::topLeft; // the one that is dragged while resizing
 };
 
 class CanvasInteraction {
 public:
     // The record that is being dragged out, if any.
-    const std::optional<AnyAnnotation>& inProgressAnnotation() const { return inProgress; }
+    const std::optional<annotation::AnyAnnotation>& inProgressAnnotation() const { return inProgress; }
     const InteractionState& interaction() const { return state; }
 
-    std::optional<TextRequest> mouseDown(AnnotationDocument& document, ToolState& tools, const QPointF& point,
-                                         double scale, ClickCount clicks);
-    void mouseDragged(AnnotationDocument& document, const QPointF& point);
-    void mouseUp(AnnotationDocument& document);
+    std::optional<TextRequest> mouseDown(annotation::AnnotationDocument& document,
+                                         annotation::ToolState& tools, const QPointF& point, double scale,
+                                         ClickCount clicks);
+    void mouseDragged(annotation::AnnotationDocument& document, const QPointF& point);
+    void mouseUp(annotation::AnnotationDocument& document);
 
     // What was going on is over and leaves nothing.
     void reset();
 
 private:
-    std::optional<TextRequest> pressToSelect(AnnotationDocument& document, const QPointF& point, double scale,
-                                             ClickCount clicks);
-    static void placeNumber(AnnotationDocument& document, const ToolState& tools, const QPointF& point);
+    std::optional<TextRequest> pressToSelect(annotation::AnnotationDocument& document, const QPointF& point,
+                                             double scale, ClickCount clicks);
+    static void placeNumber(annotation::AnnotationDocument& document, const annotation::ToolState& tools,
+                            const QPointF& point);
     void updateInProgress(const QPointF& point);
 
     InteractionState state;
     QPointF dragStart; // of the press, then of the last step of a move
-    std::optional<AnyAnnotation> inProgress;
+    std::optional<annotation::AnyAnnotation> inProgress;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -49,7 +51,7 @@ void CanvasPainter::paint(QPainter& painter, const QRegion& region, Scene scene)
     QList<AnyAnnotation> moving = scene.annotations.mid(still);
     if (scene.inProgress)
         moving.append(*scene.inProgress);
-    live = placed(moving);
+    live = placeRecords(moving);
     settled.settle(scene.annotations.first(still), records, beneath);
 
     if (frame.size() != backdrop.layer().size())
@@ -87,4 +89,4 @@ void CanvasPainter::paintOverlays(QPainter& painter, const Scene& scene) const {
         drawCropOverlay(painter, *scene.crop, shown.base.size(), shown.fit.scale);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

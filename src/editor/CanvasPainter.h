@@ -4,24 +4,24 @@
 #pragma once
 
 #include "annotation/AnyAnnotation.h"
-#include "base/Image.h"
 #include "editor/CanvasBackdrop.h"
 #include "editor/LiveBlur.h"
 #include "editor/SettledInk.h"
+#include "imaging/Image.h"
 
 #include <QPainter>
 #include <QRegion>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class CanvasPainter {
 public:
     // Everything the canvas shows but the text being typed.
     struct Scene {
         CanvasBackdrop::Key backdrop; // its layer transform is found by the painter
-        QList<AnyAnnotation> annotations;
-        std::optional<AnyAnnotation> inProgress;
+        QList<annotation::AnyAnnotation> annotations;
+        std::optional<annotation::AnyAnnotation> inProgress;
         std::optional<QUuid> selected;
         std::optional<QUuid> hidden; // stands in the inline editor instead
         std::optional<QRectF> crop;
@@ -42,4 +42,4 @@ private:
     QImage frame;                   // only what was composed last is of any use
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -7,7 +7,7 @@
 #include <QSignalBlocker>
 #include <QWindow>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 ColorPanel::ColorPanel() : picker(std::make_unique<QColorDialog>()) {
     picker->setObjectName(QStringLiteral("colors"));
@@ -60,4 +60,4 @@ bool ColorPanel::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -10,7 +10,7 @@
 
 class QColorDialog;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class ColorPanel : public QObject {
     Q_OBJECT
@@ -35,4 +35,4 @@ private:
     std::function<void(const QColor&)> colorDidChange;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,9 @@
 #include <QPainter>
 #include <QPainterPath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -55,4 +57,4 @@ void drawCropOverlay(QPainter& painter, const QRectF& cropRect, const QSizeF& im
     painter.restore();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -8,10 +8,10 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 void drawCropOverlay(QPainter& painter, const QRectF& cropRect, const QSizeF& image, double scale);
 // How far beyond the rectangle handles and outline reach, in view points.
 constexpr double cropOverlayReach = 6.0;
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

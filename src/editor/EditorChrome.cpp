@@ -17,7 +17,9 @@
 #include <cmath>
 #include <ranges>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 using namespace chrome;
 
@@ -199,4 +201,4 @@ void EditorChrome::layOut() const {
     stand(*statusChip, margin, margin);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

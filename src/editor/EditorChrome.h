@@ -11,14 +11,12 @@
 
 class QWidget;
 
-namespace marrowfin {
-
+namespace marrowfin::annotation {
 class AnnotationDocument;
-class SecondaryLabel;
-class StatusChipView;
 class ToolState;
+} // namespace marrowfin::annotation
 
-namespace chrome {
+namespace marrowfin::chrome {
 class EditorButton;
 class EditorChipButton;
 class EditorGlyphButton;
@@ -26,7 +24,12 @@ class EditorLabelButton;
 class EditorSlabView;
 class EditorSwatchButton;
 class EditorWidthButton;
-} // namespace chrome
+} // namespace marrowfin::chrome
+
+namespace marrowfin::editor {
+
+class SecondaryLabel;
+class StatusChipView;
 
 class EditorChrome {
 public:
@@ -39,7 +42,7 @@ public:
     chrome::EditorSlabView* actionBar;
     chrome::EditorSlabView* cropBar;
     StatusChipView* statusChip;
-    std::map<ToolType, chrome::EditorGlyphButton*> toolButtons;
+    std::map<annotation::ToolType, chrome::EditorGlyphButton*> toolButtons;
     QList<chrome::EditorSwatchButton*> swatchButtons; // in the table's order
     QList<chrome::EditorWidthButton*> widthButtons;
     chrome::EditorGlyphButton* customColorButton = nullptr;
@@ -48,7 +51,7 @@ public:
     chrome::EditorLabelButton* pinButton = nullptr;
     chrome::EditorLabelButton* copyButton = nullptr;
     chrome::EditorLabelButton* saveButton = nullptr;
-    std::map<CropAspect, chrome::EditorChipButton*> aspectButtons;
+    std::map<annotation::CropAspect, chrome::EditorChipButton*> aspectButtons;
     SecondaryLabel* cropSizeLabel = nullptr;
     chrome::EditorLabelButton* cropCancelButton = nullptr;
     chrome::EditorLabelButton* cropApplyButton = nullptr;
@@ -61,11 +64,11 @@ public:
     void layOut() const;
 
     // What the controls show of the model.
-    void showTool(const ToolState& tools) const;
-    void showStyle(const ToolState& tools) const;
-    void showHistory(const AnnotationDocument& document) const;
-    void showStatus(const AnnotationDocument& document) const;
-    void showCrop(const ToolState& tools, const AnnotationDocument& document) const;
+    void showTool(const annotation::ToolState& tools) const;
+    void showStyle(const annotation::ToolState& tools) const;
+    void showHistory(const annotation::AnnotationDocument& document) const;
+    void showStatus(const annotation::AnnotationDocument& document) const;
+    void showCrop(const annotation::ToolState& tools, const annotation::AnnotationDocument& document) const;
 
 private:
     void buildPalette();
@@ -80,4 +83,4 @@ private:
     QWidget& root;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -18,7 +18,9 @@
 
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 using namespace chrome;
 
@@ -108,4 +110,4 @@ void EditorChrome::showCrop(const ToolState& tools, const AnnotationDocument& do
     enable(*cropApplyButton, ready, dimmedApply);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -20,7 +20,10 @@
 #include <QPointer>
 #include <QShortcut>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 
 namespace {
 
@@ -209,4 +212,4 @@ void EditorRootView::savePressed() {
     });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

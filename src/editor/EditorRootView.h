@@ -5,13 +5,13 @@
 
 #include "annotation/AnnotationDocument.h"
 #include "annotation/ToolState.h"
-#include "base/Image.h"
 #include "editor/EditorChrome.h"
+#include "imaging/Image.h"
 
 #include <QWidget>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class AnnotationCanvasView;
 
@@ -19,11 +19,11 @@ class EditorRootView : public QWidget {
     Q_OBJECT
 public:
     // An image without pixels stays standing: copy, save and pin do nothing then.
-    explicit EditorRootView(const Image& image, QWidget* parent = nullptr);
+    explicit EditorRootView(const imaging::Image& image, QWidget* parent = nullptr);
     ~EditorRootView() override;
 
-    AnnotationDocument* document() { return &ink; }
-    ToolState* toolState() { return &tools; }
+    annotation::AnnotationDocument* document() { return &ink; }
+    annotation::ToolState* toolState() { return &tools; }
     AnnotationCanvasView* canvas() { return surface; }
     const EditorChrome& chrome() const { return controls; }
 
@@ -31,15 +31,15 @@ public:
     std::function<void(const QString& path)> onSave;
     // The annotated image is offered on the clipboard.
     std::function<void()> onCopy;
-    std::function<void(const Image& image)> onPin;
+    std::function<void(const imaging::Image& image)> onPin;
 
-    void toolChosen(ToolType tool) { tools.choose(tool); }
+    void toolChosen(annotation::ToolType tool) { tools.choose(tool); }
     void swatchChosen(const QColor& color) { tools.setStrokeColor(color); }
     void widthChosen(double width) { tools.setStrokeWidth(width); }
     void customColorRequested();
     void colorPanelChanged(const QColor& color) { tools.setStrokeColor(color); }
     // A pending crop is refitted at once.
-    void aspectChosen(CropAspect aspect);
+    void aspectChosen(annotation::CropAspect aspect);
     // Leaves the crop tool.
     void cropCancelPressed();
     void cropApplyPressed();
@@ -64,10 +64,10 @@ private:
     void documentDidChange();
     void synchronise();
     // The base image with its ink; null without pixels.
-    Image flattened();
+    imaging::Image flattened();
 
-    AnnotationDocument ink;
-    ToolState tools;
+    annotation::AnnotationDocument ink;
+    annotation::ToolState tools;
     AnnotationCanvasView* surface;
     EditorChrome controls;
     bool toolsAreShown = true;
@@ -75,4 +75,4 @@ private:
     bool passingKeyOn = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

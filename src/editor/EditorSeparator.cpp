@@ -6,7 +6,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 EditorSeparator::EditorSeparator(QWidget* parent) : QWidget(parent) {
     connect(&platform::services().appearance, &platform::Appearance::changed, this,
@@ -18,4 +18,4 @@ void EditorSeparator::paintEvent(QPaintEvent*) {
         rect(), systemColor(SystemColor::separator, platform::services().appearance.colorScheme()));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

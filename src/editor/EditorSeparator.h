@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class EditorSeparator : public QWidget {
     Q_OBJECT
@@ -14,4 +14,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -3,7 +3,9 @@
 #include "base/Shared.h"
 #include "base/SystemColors.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -92,4 +94,4 @@ bool takesStrokeWidth(ToolType tool) {
     return false;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

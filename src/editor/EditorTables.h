@@ -8,10 +8,10 @@
 #include <QString>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 struct ToolRow {
-    ToolType tool;
+    annotation::ToolType tool;
     QString title;
     QString symbol;
 };
@@ -36,7 +36,7 @@ const std::vector<WidthRow>& strokeWidths();
 QString toolTip(const WidthRow& row);
 
 // Ink whose colour is chosen in the style bar, and ink whose width is, too.
-bool takesStrokeColor(ToolType tool);
-bool takesStrokeWidth(ToolType tool);
+bool takesStrokeColor(annotation::ToolType tool);
+bool takesStrokeWidth(annotation::ToolType tool);
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

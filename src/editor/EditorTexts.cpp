@@ -2,7 +2,9 @@
 
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace imaging;
 
 namespace {
 QString pixelsText(qint64 width, qint64 height) {
@@ -25,4 +27,4 @@ QString cropSizeText(const Image& image, const QRectF& crop) {
                       std::llround(image.pixels().height() / points.height() * crop.height()));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -15,7 +15,10 @@
 #include <QWidget>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace imaging;
+using namespace pin;
 
 namespace {
 
@@ -127,4 +130,4 @@ void EditorWindowController::leaveOpenEditors() {
     std::erase_if(allOpen().list, [this](const auto& one) { return one.get() == this; });
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -2,7 +2,7 @@
 // closed; others may hold it longer. Image points for the size, DesktopRect for the place. Main thread.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QObject>
 #include <QSize>
@@ -12,7 +12,7 @@
 
 class QWidget;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class EditorRootView;
 
@@ -25,14 +25,14 @@ class EditorWindowController : public QObject, public std::enable_shared_from_th
     Q_OBJECT
 public:
     // Builds the window, not shown yet, and enters the list of open editors.
-    static std::shared_ptr<EditorWindowController> make(const Image& image);
+    static std::shared_ptr<EditorWindowController> make(const imaging::Image& image);
     ~EditorWindowController() override;
 
     // The list, in the order of making.
     static const std::vector<std::shared_ptr<EditorWindowController>>& openEditors();
 
     // What it was made from.
-    const Image& image() const { return original; }
+    const imaging::Image& image() const { return original; }
     // Both null once the window has closed: it doesn't come back.
     QWidget* window() const { return frame.get(); }
     EditorRootView* rootView() const { return root; }
@@ -48,15 +48,15 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    explicit EditorWindowController(const Image& image);
+    explicit EditorWindowController(const imaging::Image& image);
     void buildWindow();
     void connectRootView();
     void leaveOpenEditors();
 
-    Image original;
+    imaging::Image original;
     std::unique_ptr<QWidget> frame;
     EditorRootView* root = nullptr;
     bool isClosing = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

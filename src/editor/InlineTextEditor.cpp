@@ -15,7 +15,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -271,4 +273,4 @@ void InlineTextEditor::wheelEvent(QWheelEvent* event) {
 }
 void InlineTextEditor::paintEvent(QPaintEvent*) {}
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -12,7 +12,7 @@
 #include <QTimer>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class InlineTextEditor : public QPlainTextEdit {
     Q_OBJECT
@@ -83,4 +83,4 @@ private:
     bool caretShown = true;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,10 @@
 #include <QPainter>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 
 void LiveBlur::prepare(const CanvasBackdrop& backdrop, const Image& base) {
     const QImage& shown = backdrop.scaledBase();
@@ -34,4 +37,4 @@ void LiveBlur::draw(QPainter& painter, const BlurAnnotation& box, const QTransfo
     painter.restore();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

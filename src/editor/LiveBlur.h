@@ -9,20 +9,20 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class LiveBlur {
 public:
     // The painter's user space is the layer's, to which the transform takes image points. A box below one
     // point paints nothing, and so does one whose image can't be blurred.
-    void draw(QPainter& painter, const BlurAnnotation& box, const QTransform& toLayer,
-              const CanvasBackdrop& backdrop, const Image& base);
+    void draw(QPainter& painter, const annotation::BlurAnnotation& box, const QTransform& toLayer,
+              const CanvasBackdrop& backdrop, const imaging::Image& base);
 
 private:
-    void prepare(const CanvasBackdrop& backdrop, const Image& base);
+    void prepare(const CanvasBackdrop& backdrop, const imaging::Image& base);
 
     qint64 madeFrom = 0; // the scaled image it was made from
     QImage blurred;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

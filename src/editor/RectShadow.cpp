@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 namespace {
 
@@ -51,4 +51,4 @@ void paintRectShadow(QImage& pixels, const QRect& rect, const RectShadow& shadow
     }
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

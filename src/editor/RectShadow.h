@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QRect>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 struct RectShadow {
     double drop = 0;  // how far it falls down
@@ -16,4 +16,4 @@ struct RectShadow {
 // Darkens the pixels (RGB32) around the rectangle, and leaves those inside it.
 void paintRectShadow(QImage& pixels, const QRect& rect, const RectShadow& shadow);
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -14,7 +14,9 @@
 #include <QPushButton>
 #include <utility>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace imaging;
 
 namespace {
 
@@ -111,4 +113,4 @@ void askWhereToSave(const Image& image, QWidget* view, std::function<void(const 
     dialog->open();
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -2,19 +2,20 @@
 // in an event loop of its own. Main thread; encoding and writing happen on queues.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QString>
 #include <functional>
 
 class QWidget;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 // A sheet of the view's window, one at a time, which proposes a name with the present time. The bytes are a
 // PNG whatever the name's ending. When something was chosen and the image could be encoded, `written` is
 // called with the path, whether or not the file could be written; the view may be gone by then. A view that
 // goes while the dialog is up takes it along.
-void askWhereToSave(const Image& image, QWidget* view, std::function<void(const QString& path)> written);
+void askWhereToSave(const imaging::Image& image, QWidget* view,
+                    std::function<void(const QString& path)> written);
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -5,7 +5,7 @@
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 namespace {
 constexpr double pointSize = 11;
@@ -35,4 +35,4 @@ void SecondaryLabel::setTextWithin(const QString& text) {
     setText(text);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -4,7 +4,7 @@
 
 #include <QLabel>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class SecondaryLabel : public QLabel {
     Q_OBJECT
@@ -15,4 +15,4 @@ public:
     void setTextWithin(const QString& text);
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -27,7 +29,7 @@ void copyPixels(const QImage& from, QImage& to, const QRect& part) {
                     reinterpret_cast<QRgb*>(to.scanLine(y)) + part.left());
 }
 
-std::vector<PlacedRecord> placed(const QList<AnyAnnotation>& annotations) {
+std::vector<PlacedRecord> placeRecords(const QList<AnyAnnotation>& annotations) {
     std::vector<PlacedRecord> result;
     result.reserve(static_cast<size_t>(annotations.size()));
     for (const AnyAnnotation& annotation : annotations)
@@ -81,7 +83,7 @@ void SettledInk::settle(const QList<AnyAnnotation>& annotations, const RecordPai
     if (records == annotations)
         return;
     records = annotations;
-    placedRecords = placed(annotations);
+    placedRecords = placeRecords(annotations);
 }
 
 void SettledInk::copy(const QRect& part, QImage& frame, QPainter& onFrame, const RecordPainter& with) {
@@ -101,4 +103,4 @@ void SettledInk::compose(const QRect& part, QImage& frame, QPainter& onFrame, co
     composed += part;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

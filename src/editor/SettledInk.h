@@ -12,25 +12,25 @@
 
 class QPainter;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 // A record and everything it can paint, in image points: finding that out means laying out a text, so it is
 // done once and not for each part of a frame.
 struct PlacedRecord {
-    AnyAnnotation annotation;
+    annotation::AnyAnnotation annotation;
     QRectF bounds;
 };
-std::vector<PlacedRecord> placed(const QList<AnyAnnotation>& annotations);
+std::vector<PlacedRecord> placeRecords(const QList<annotation::AnyAnnotation>& annotations);
 
 // Paints records on a layer.
 struct RecordPainter {
     const CanvasBackdrop& backdrop;
     LiveBlur& blur;
-    const Image& base;
+    const imaging::Image& base;
     QTransform imageToLayer;
 
     // The painter's user space is image points.
-    void draw(QPainter& painter, const AnyAnnotation& annotation) const;
+    void draw(QPainter& painter, const annotation::AnyAnnotation& annotation) const;
     // Those of the records that show in this part of the layer.
     void draw(QPainter& painter, const std::vector<PlacedRecord>& records, const QRect& part) const;
     // Lets the painter paint in the part and as far around it as a shadow reaches, because a shadow is made
@@ -44,7 +44,8 @@ public:
     enum class Beneath { Same, Changed };
 
     // These records stand still, in this order.
-    void settle(const QList<AnyAnnotation>& annotations, const RecordPainter& with, Beneath beneath);
+    void settle(const QList<annotation::AnyAnnotation>& annotations, const RecordPainter& with,
+                Beneath beneath);
     // Puts the part onto the frame, an image of the layer's size on which the painter paints. What is around
     // the part there is spoilt.
     void copy(const QRect& part, QImage& frame, QPainter& onFrame, const RecordPainter& with);
@@ -52,7 +53,7 @@ public:
 private:
     void compose(const QRect& part, QImage& frame, QPainter& onFrame, const RecordPainter& with);
 
-    QList<AnyAnnotation> records;
+    QList<annotation::AnyAnnotation> records;
     std::vector<PlacedRecord> placedRecords; // the same
     QImage pixels;
     QRegion composed;
@@ -61,4 +62,4 @@ private:
 // Copies the part's pixels; both images are of the same size.
 void copyPixels(const QImage& from, QImage& to, const QRect& part);
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

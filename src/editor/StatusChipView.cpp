@@ -9,7 +9,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 namespace {
 constexpr double radius = 6;
@@ -43,4 +43,4 @@ void StatusChipView::paintEvent(QPaintEvent*) {
                      withAlpha(ink, plateAlpha));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,7 @@
 
 class QLabel;
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class StatusChipView : public QWidget {
     Q_OBJECT
@@ -25,4 +25,4 @@ private:
     QLabel* label;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

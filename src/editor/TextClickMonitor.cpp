@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 TextClickMonitor::TextClickMonitor(QWidget* canvas, std::function<void()> pressedElsewhere)
     : canvas(canvas), pressedElsewhere(std::move(pressedElsewhere)) {
@@ -25,4 +25,4 @@ bool TextClickMonitor::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -8,7 +8,7 @@
 #include <QWidget>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 class TextClickMonitor : public QObject {
     Q_OBJECT
@@ -23,4 +23,4 @@ private:
     std::function<void()> pressedElsewhere;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,7 @@
 #include <QUuid>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 struct TextSession {
     std::optional<QUuid> annotationID; // the text that is edited again; none for new text
@@ -15,4 +15,4 @@ struct TextSession {
     QColor color;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -17,7 +17,9 @@
 #include <tuple>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::history {
+
+using namespace imaging;
 
 namespace {
 
@@ -154,4 +156,4 @@ void CaptureHistory::trim() const {
         removeItem(paths[index]);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::history

@@ -4,15 +4,15 @@
 // of saveAsync() is elsewhere.
 #pragma once
 
-#include "base/Image.h"
 #include "base/SerialQueue.h"
+#include "imaging/Image.h"
 
 #include <QString>
 #include <QStringList>
 #include <functional>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::history {
 
 class CaptureHistory {
 public:
@@ -33,9 +33,9 @@ public:
     const QString& historyDirectory() const { return folder; }
 
     // The path of the new file; nothing on failure. Prints a line when the file can't be written.
-    std::optional<QString> save(const Image& image);
+    std::optional<QString> save(const imaging::Image& image);
     // The same without waiting for the disk on this thread. Encoding is awaited too, if it isn't done.
-    Outcome<std::optional<QString>> saveAsync(const Image& image);
+    Outcome<std::optional<QString>> saveAsync(const imaging::Image& image);
     // Returns when the saves that were asked for have ended; for an end of the process that runs no
     // destructors. Nothing to do, and no folder made, when no history was used yet.
     static void finishSaves();
@@ -48,7 +48,7 @@ public:
     static std::optional<qint64> birthTime(const QString& path);
 
 private:
-    std::optional<QString> write(const Image& image) const;
+    std::optional<QString> write(const imaging::Image& image) const;
     QStringList read() const;
     void trim() const;
 
@@ -58,4 +58,4 @@ private:
                               SerialQueue::QualityOfService::Default};
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::history

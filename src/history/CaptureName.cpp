@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <atomic>
 
-namespace marrowfin {
+namespace marrowfin::history {
 
 namespace {
 
@@ -63,4 +63,4 @@ std::optional<CaptureName> parseCaptureName(const QString& fileName) {
     return name;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::history

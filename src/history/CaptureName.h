@@ -8,7 +8,7 @@
 #include <QString>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::history {
 
 struct CaptureName {
     qint64 seconds = 0;
@@ -21,4 +21,4 @@ CaptureName makeCaptureName(const QDateTime& now);
 // Nothing for a file name that isn't of this form.
 std::optional<CaptureName> parseCaptureName(const QString& fileName);
 
-} // namespace marrowfin
+} // namespace marrowfin::history

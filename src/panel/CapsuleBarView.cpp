@@ -5,7 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 constexpr double endInset = 12;
@@ -56,4 +56,4 @@ void CapsuleBarView::paintEvent(QPaintEvent* event) {
     host.paint(painter, event->rect());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

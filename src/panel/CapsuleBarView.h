@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <array>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class CapsuleBarView : public QWidget {
     Q_OBJECT
@@ -36,4 +36,4 @@ private:
     bool revealed = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

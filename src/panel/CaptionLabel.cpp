@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 constexpr double fontSize = 10;
@@ -88,4 +88,4 @@ void CaptionLabel::paintEvent(QPaintEvent*) {
     }
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

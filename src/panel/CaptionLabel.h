@@ -7,7 +7,7 @@
 
 #include <QLabel>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class CaptionLabel : public QLabel {
     Q_OBJECT
@@ -25,4 +25,4 @@ private:
     ColorScheme scheme = ColorScheme::Light;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

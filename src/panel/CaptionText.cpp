@@ -3,7 +3,7 @@
 #include <array>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 struct Unit {
@@ -50,4 +50,4 @@ CaptionText captionText(const std::optional<QSize>& pixelSize, std::optional<qin
     return text;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

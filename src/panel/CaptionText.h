@@ -1,12 +1,12 @@
 // The words under a capture: its pixels, its file's bytes, and for a while how to drag it out. Any thread.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QString>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 struct CaptionText {
     QString facts; // "1234 × 567 · 1.2 MB"; empty for an image without pixels
@@ -21,4 +21,4 @@ CaptionText captionText(const std::optional<QSize>& pixelSize, std::optional<qin
 // GB".
 QString fileByteCount(qint64 bytes);
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

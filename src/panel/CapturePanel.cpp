@@ -3,7 +3,9 @@
 #include "base/Outcome.h"
 #include "platform/Services.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 CapturePanel::CapturePanel(const Image& image, PanelActions actions)
     : builtOnMainThread(isMainThread()),
@@ -44,4 +46,4 @@ void CapturePanel::whenClosed(std::function<void()> block) {
     QObject::connect(surface.get(), &platform::Surface::closed, surface.get(), std::move(block));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

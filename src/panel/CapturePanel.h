@@ -9,11 +9,11 @@
 
 #include <memory>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class CapturePanel {
 public:
-    CapturePanel(const Image& image, PanelActions actions);
+    CapturePanel(const imaging::Image& image, PanelActions actions);
     ~CapturePanel();
     CapturePanel(const CapturePanel&) = delete;
     CapturePanel& operator=(const CapturePanel&) = delete;
@@ -43,4 +43,4 @@ private:
     std::unique_ptr<PreviewReturn> returning;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

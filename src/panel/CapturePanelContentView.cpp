@@ -12,7 +12,10 @@
 #include <QPainter>
 #include <QPointer>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
+using namespace settings;
 
 using chrome::Animation;
 using chrome::Motion;
@@ -155,7 +158,7 @@ void CapturePanelContentView::buildCaption() {
 }
 
 void CapturePanelContentView::updateCaption() {
-    caption->setCaption(marrowfin::captionText(realPixelSize(image), captureByteCount, showsHint));
+    caption->setCaption(marrowfin::panel::captionText(realPixelSize(image), captureByteCount, showsHint));
 }
 
 void CapturePanelContentView::overrideDragHint(bool shows) {
@@ -369,4 +372,4 @@ void CapturePanelContentView::scrolled(const platform::ScrollStep& step) {
         actions.swipe(*side * swipeDistance);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

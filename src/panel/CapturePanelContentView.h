@@ -3,9 +3,9 @@
 // wishes go to PanelActions. Main thread.
 #pragma once
 
-#include "base/Image.h"
 #include "chrome/LayerHost.h"
 #include "chrome/Rise.h"
+#include "imaging/Image.h"
 #include "panel/CapsuleBarView.h"
 #include "panel/CaptionLabel.h"
 #include "panel/CardSurface.h"
@@ -21,14 +21,14 @@
 #include <QWidget>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 enum class HoverSource { Pointer, Program };
 
 class CapturePanelContentView : public QWidget {
     Q_OBJECT
 public:
-    CapturePanelContentView(const Image& image, PanelActions actions,
+    CapturePanelContentView(const imaging::Image& image, PanelActions actions,
                             BackdropKind kind = backdropOfThisDesktop());
 
     // Where the card takes the mouse; the halo around it doesn't.
@@ -87,7 +87,7 @@ private:
     void beginDrag();
     void scrolled(const platform::ScrollStep& step);
 
-    Image image;
+    imaging::Image image;
     PanelActions actions;
     Thumbnail thumbnail;
     chrome::LayerHost host;
@@ -120,4 +120,4 @@ private:
     bool dragging = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -13,7 +13,12 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace editor;
+using namespace imaging;
+using namespace pin;
+using namespace settings;
 
 using chrome::TimingFunction;
 
@@ -303,4 +308,4 @@ void CapturePanelController::bury(const std::shared_ptr<Entry>& entry) {
         Qt::QueuedConnection);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -12,20 +12,22 @@
 #include <optional>
 #include <vector>
 
+namespace marrowfin::editor {
+class EditorWindowController;
+}
+
 namespace marrowfin::platform {
 struct Screen;
 }
 
-namespace marrowfin {
-
-class EditorWindowController;
+namespace marrowfin::panel {
 
 enum class Animated { No, Yes };
 
 class CapturePanelController : public QObject {
     Q_OBJECT
 public:
-    using SaveHandler = std::function<void(const Image&)>;
+    using SaveHandler = std::function<void(const imaging::Image&)>;
 
     struct Entry {
         std::unique_ptr<CapturePanel> panel;
@@ -40,7 +42,7 @@ public:
     ~CapturePanelController() override;
 
     // Puts up a card on the pointer's screen; nothing when there is no screen.
-    void present(const Image& image, SaveHandler onSave);
+    void present(const imaging::Image& image, SaveHandler onSave);
     // Every card that is up, oldest first, on all displays.
     std::vector<CapturePanel*> panels() const;
     // Nothing for a card that has left already.
@@ -51,9 +53,11 @@ public:
     void dismissAll(Animated animated);
 
     // In a window in front, with the keyboard.
-    void openEditor(const Image& image);
+    void openEditor(const imaging::Image& image);
     // Those opened here, until their window closes.
-    const std::vector<std::shared_ptr<EditorWindowController>>& editors() const { return openedEditors; }
+    const std::vector<std::shared_ptr<editor::EditorWindowController>>& editors() const {
+        return openedEditors;
+    }
 
     void panelHoverChanged(bool entered, const CapturePanel* panel);
     void panelDragBegan(const CapturePanel* panel);
@@ -62,8 +66,9 @@ public:
 private:
     // Shows that a drag which nobody took has come back.
     void slideBack(CapturePanel& panel, const DragPreview& preview);
-    std::shared_ptr<Entry> makeEntry(const Image& image, std::uint32_t displayID, SaveHandler onSave);
-    PanelActions actionsFor(const std::weak_ptr<Entry>& entry, const Image& image);
+    std::shared_ptr<Entry> makeEntry(const imaging::Image& image, std::uint32_t displayID,
+                                     SaveHandler onSave);
+    PanelActions actionsFor(const std::weak_ptr<Entry>& entry, const imaging::Image& image);
     std::shared_ptr<Entry> find(const CapturePanel* panel) const;
     std::vector<std::shared_ptr<Entry>> entriesOf(std::uint32_t displayID) const;
 
@@ -81,7 +86,7 @@ private:
 
     std::vector<std::shared_ptr<Entry>> entries;
     std::vector<std::shared_ptr<Entry>> leaving;
-    std::vector<std::shared_ptr<EditorWindowController>> openedEditors;
+    std::vector<std::shared_ptr<editor::EditorWindowController>> openedEditors;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -9,7 +9,7 @@
 #include <QUrl>
 #include <QWidget>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 QPixmap previewPixmap(const DragPreview& preview, double density) {
@@ -46,4 +46,4 @@ Drop runCardDrag(QWidget& source, const CardDrag& drag) {
     return DragRunner::shared().run(*session, source) == Qt::IgnoreAction ? Drop::Cancelled : Drop::Completed;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

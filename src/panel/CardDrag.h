@@ -8,7 +8,7 @@
 class QDrag;
 class QWidget;
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 struct CardDrag {
     QString file;
@@ -26,4 +26,4 @@ public:
     virtual Qt::DropAction run(QDrag& drag, QWidget& source);
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

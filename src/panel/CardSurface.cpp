@@ -4,7 +4,7 @@
 #include "base/Geometry.h"
 #include "base/SystemColors.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 using chrome::Property;
 
@@ -86,4 +86,4 @@ void CardSurface::apply() {
     rimGradient->setColors(withAlpha(Qt::white, light), withAlpha(Qt::white, 0));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 enum class BackdropKind {
     liquidGlass, // the desktop bends light behind the card itself
@@ -45,4 +45,4 @@ private:
     bool opaque = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

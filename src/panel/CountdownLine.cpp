@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 using chrome::Animation;
 using chrome::Property;
@@ -64,4 +64,4 @@ void CountdownLine::freeze() {
                           Animation::basic(Property::Opacity, opacity, 0.0, 0.15, TimingFunction::linear()));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -4,7 +4,7 @@
 
 #include "chrome/ShapeLayer.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class CountdownLine {
 public:
@@ -23,4 +23,4 @@ private:
     chrome::ShapeLayer& line;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

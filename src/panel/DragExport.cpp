@@ -12,7 +12,9 @@
 #include <QLocale>
 #include <unistd.h>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 namespace {
 constexpr qint64 keptSeconds = 3600;
@@ -135,4 +137,4 @@ void DragExport::finish(qint64 bytes) {
         whenReady(bytes);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -3,7 +3,7 @@
 // the writing runs on a queue of its own.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QString>
 #include <QStringList>
@@ -11,12 +11,12 @@
 #include <memory>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class DragExport {
 public:
     // Makes the folder, prunes it, chooses the name.
-    explicit DragExport(const Image& image);
+    explicit DragExport(const imaging::Image& image);
     ~DragExport();
     DragExport(const DragExport&) = delete;
     DragExport& operator=(const DragExport&) = delete;
@@ -33,7 +33,7 @@ public:
 private:
     void finish(qint64 bytes);
 
-    Image image;
+    imaging::Image image;
     QString path;
     std::shared_ptr<QStringList> claimed; // the paths that no other card may take
     bool written = false;
@@ -51,4 +51,4 @@ void pruneDragExports(const QString& folder);
 // card has the name.
 QString newDragExportPath(const QString& folder);
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -3,7 +3,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 using chrome::Property;
 
@@ -74,4 +74,4 @@ void GlassActionButton::showRing(bool shown) {
     ring.setValue(Property::BackgroundColor, ringColor());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

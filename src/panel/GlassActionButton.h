@@ -9,7 +9,7 @@
 
 #include <QAbstractButton>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class GlassActionButton : public QAbstractButton {
     Q_OBJECT
@@ -43,4 +43,4 @@ private:
     chrome::Delay confirmation;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -6,7 +6,7 @@
 #include <QRectF>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 enum class Drop { Cancelled, Completed };
 
@@ -33,4 +33,4 @@ struct PanelActions {
     std::function<void(Drop, const DragPreview&)> dragEnded;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

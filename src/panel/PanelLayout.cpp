@@ -1,6 +1,6 @@
 #include "panel/PanelLayout.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 DesktopRect windowFrame(const DesktopRect& card) {
     return {card.rect.adjusted(-haloLeft, -haloBottom, haloRight, haloTop)};
@@ -32,4 +32,4 @@ DesktopRect departureFrame(const DesktopRect& window, double offset) {
     return {inset(window.rect, window.rect.width() * 0.03, window.rect.height() * 0.03)};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 // The card's fixed footprint.
 constexpr QSizeF cardSize{240, 160};
@@ -35,4 +35,4 @@ DesktopRect departureFrame(const DesktopRect& window, double offset);
 // How far a swipe throws a card, clear of its column.
 constexpr double swipeDistance = windowSize.width() + cardGap + 2 * edgeInset;
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

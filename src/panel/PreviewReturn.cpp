@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QWidget>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 class Picture : public QWidget {
@@ -39,4 +39,4 @@ PreviewReturn::PreviewReturn(const QImage& preview, const DesktopRect& from, con
 
 PreviewReturn::~PreviewReturn() = default;
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -11,7 +11,7 @@
 
 class QWidget;
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class PreviewReturn {
 public:
@@ -31,4 +31,4 @@ private:
     chrome::Delay arrival;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

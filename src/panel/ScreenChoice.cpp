@@ -1,6 +1,6 @@
 #include "panel/ScreenChoice.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 // The pointer is on the pixel below and right of its point: a screen has its left and upper edges, not the
@@ -26,4 +26,4 @@ std::optional<platform::Screen> screenOf(platform::Screens& screens, std::uint32
     return std::nullopt;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -5,10 +5,10 @@
 
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 // The first screen under the pointer, else the main one.
 std::optional<platform::Screen> screenForNewCard(platform::Screens& screens);
 std::optional<platform::Screen> screenOf(platform::Screens& screens, std::uint32_t displayID);
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -3,7 +3,7 @@
 #include "base/Geometry.h"
 #include "chrome/ShapeLayer.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 using chrome::Property;
 
@@ -65,4 +65,4 @@ void SoftShadow::set(chrome::Layer& layer, Property property, double value, cons
     layer.setValue(property, value);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -4,7 +4,7 @@
 
 #include "chrome/Layer.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class SoftShadow {
 public:
@@ -34,4 +34,4 @@ private:
     bool lifted = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

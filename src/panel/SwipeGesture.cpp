@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 constexpr double neededDistance = 70;
@@ -24,4 +24,4 @@ std::optional<int> SwipeGesture::move(const QPointF& delta) {
     return total.x() < 0 ? -1 : 1;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -4,7 +4,7 @@
 #include <QPointF>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class SwipeGesture {
 public:
@@ -18,4 +18,4 @@ private:
     bool consumed = false;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -7,7 +7,9 @@
 #include <cmath>
 #include <vector>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 namespace {
 constexpr double sharpDensity = 2;
@@ -195,4 +197,4 @@ Thumbnail renderThumbnail(const Image& image, const QRectF& bounds) {
     return result;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

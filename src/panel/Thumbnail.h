@@ -2,13 +2,13 @@
 // Rectangles are in points of the area they are fitted into. Any thread.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QColor>
 #include <QRectF>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 // The image, centred on the bounds, shrunk to fit, never enlarged; on whole points. The bounds for an image
 // without a size.
@@ -26,11 +26,11 @@ struct Thumbnail {
     std::optional<QColor> tint;
 };
 
-Thumbnail renderThumbnail(const Image& image, const QRectF& bounds);
+Thumbnail renderThumbnail(const imaging::Image& image, const QRectF& bounds);
 
 // The average of the pixels, its saturation at most 0.5 and its brightness from 0.35 to 0.75.
 std::optional<QColor> tintOf(const QImage& pixels);
 // A Gaussian whose edge pixels go on beyond the edges.
 QImage blurredClamped(const QImage& pixels, double sigma);
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -4,7 +4,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::pin {
 
 namespace {
 constexpr double fadeSeconds = 0.15;
@@ -50,4 +50,4 @@ void PinCloseButton::paintEvent(QPaintEvent*) {
     painter.drawImage(QPointF(0, 0), symbol);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

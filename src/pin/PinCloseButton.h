@@ -7,7 +7,7 @@
 
 #include <QAbstractButton>
 
-namespace marrowfin {
+namespace marrowfin::pin {
 
 class PinCloseButton : public QAbstractButton, private chrome::AnimationClock::Client {
     Q_OBJECT
@@ -33,4 +33,4 @@ private:
     double start = 0;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

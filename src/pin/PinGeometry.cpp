@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::pin {
 
 QSizeF pinSize(const QSizeF& imageSize) {
     const double width = imageSize.width();
@@ -52,4 +52,4 @@ DesktopRect resizedPin(const DesktopRect& frame, Qt::Edges held, const QPointF& 
     return {QRectF(QPointF(x, y), size)};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

@@ -7,7 +7,7 @@
 #include <QSizeF>
 #include <Qt>
 
-namespace marrowfin {
+namespace marrowfin::pin {
 
 // At most 600 by 500, never enlarged, whole points. Nothing (empty) for an image without a size.
 QSizeF pinSize(const QSizeF& imageSize);
@@ -27,4 +27,4 @@ Qt::Edges pinEdgesAt(const QSizeF& size, const QPointF& point);
 DesktopRect resizedPin(const DesktopRect& frame, Qt::Edges held, const QPointF& delta,
                        const QSizeF& imageSize);
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

@@ -11,7 +11,9 @@
 #include <QRegion>
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::pin {
+
+using namespace imaging;
 
 PinnedWindow::PinnedWindow(const Image& pinned)
     : image(pinned), view(std::make_unique<PinnedContentView>(pinned)) {
@@ -108,4 +110,4 @@ void PinManager::close(const PinnedWindow* window) {
         this, [closing] {}, Qt::QueuedConnection);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

@@ -3,24 +3,25 @@
 #pragma once
 
 #include "base/Coordinates.h"
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QObject>
 #include <memory>
 #include <vector>
 
-namespace marrowfin {
-
-class PinnedContentView;
-namespace platform {
+namespace marrowfin::platform {
 class Surface;
 struct Screen;
-} // namespace platform
+} // namespace marrowfin::platform
+
+namespace marrowfin::pin {
+
+class PinnedContentView;
 
 // One pin: lives exactly as long as it stands in the manager's list.
 class PinnedWindow {
 public:
-    explicit PinnedWindow(const Image& image);
+    explicit PinnedWindow(const imaging::Image& image);
     ~PinnedWindow();
     PinnedWindow(const PinnedWindow&) = delete;
 
@@ -37,7 +38,7 @@ public:
 private:
     void dragged(Qt::Edges held, const QPointF& delta);
 
-    Image image;
+    imaging::Image image;
     std::unique_ptr<PinnedContentView> view;
     std::unique_ptr<platform::Surface> window;
     DesktopRect current;
@@ -52,7 +53,7 @@ public:
     ~PinManager() override;
 
     // Nothing happens for an image without a size.
-    void pin(const Image& image);
+    void pin(const imaging::Image& image);
     // In the order of pinning.
     const std::vector<std::unique_ptr<PinnedWindow>>& pinnedWindows() const { return windows; }
     // Ignored for one that is closed already.
@@ -64,4 +65,4 @@ private:
     std::vector<std::unique_ptr<PinnedWindow>> windows;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

@@ -8,7 +8,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::pin {
+
+using namespace imaging;
 
 namespace {
 constexpr double buttonInset = 8;
@@ -133,4 +135,4 @@ void PinnedContentView::setHovered(bool value) {
         button->fadeTo(value ? 1 : 0);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

@@ -3,16 +3,16 @@
 // (y up). Main thread.
 #pragma once
 
-#include "base/Image.h"
 #include "chrome/LayerHost.h"
 #include "chrome/PoseEffect.h"
+#include "imaging/Image.h"
 
 #include <QAbstractButton>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::pin {
 
 class PinCloseButton;
 
@@ -22,7 +22,7 @@ public:
     // Around the image, for the shadow; it lets clicks through.
     static constexpr double halo = 24;
 
-    explicit PinnedContentView(const Image& image);
+    explicit PinnedContentView(const imaging::Image& image);
     ~PinnedContentView() override;
 
     std::function<void()> onEscape;
@@ -53,7 +53,7 @@ private:
     // The shadow around the image doesn't count.
     void setHovered(bool hovered);
 
-    Image image;
+    imaging::Image image;
     chrome::LayerHost host;
     chrome::Layer& picture;
     QPointer<PinCloseButton> button;
@@ -63,4 +63,4 @@ private:
     std::optional<QPointF> pressedAt; // on the screen: the widget moves under the pointer
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

@@ -2,8 +2,8 @@
 // paste. Main thread.
 #pragma once
 
-#include "base/Image.h"
 #include "base/Outcome.h"
+#include "imaging/Image.h"
 
 #include <QString>
 #include <optional>
@@ -15,10 +15,10 @@ public:
     virtual ~Pasteboard() = default;
     virtual void clearContents() = 0;
     // Offered from now on; settles when another program can read it, or says why none can.
-    virtual Outcome<void> writeImage(const Image& image) = 0;
+    virtual Outcome<void> writeImage(const imaging::Image& image) = 0;
     virtual Outcome<void> writeText(const QString& text) = 0;
     // Nothing when the clipboard holds no image that can be read.
-    virtual Outcome<std::optional<Image>> readImage() = 0;
+    virtual Outcome<std::optional<imaging::Image>> readImage() = 0;
     // At the end of the process: gives what we offer to the clipboard manager, if there is one, waiting for
     // it at most a moment.
     virtual void handOver() = 0;

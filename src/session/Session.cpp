@@ -8,9 +8,9 @@
 #include "platform/freedesktop/FreedesktopOpener.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 #include "platform/freedesktop/FreedesktopStatusBar.h"
-#include "platform/x11/Connection.h"
 #include "platform/x11/X11Backend.h"
-#include "platform/x11/X11SurfaceHost.h"
+#include "platform/x11/server/Connection.h"
+#include "platform/x11/surfaces/X11SurfaceHost.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

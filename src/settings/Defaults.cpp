@@ -17,7 +17,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 namespace {
 
@@ -181,4 +181,4 @@ Result<void> Defaults::changeFile(const QString& key, const Change& change) {
     return {};
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -10,7 +10,7 @@
 #include <functional>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 class Defaults {
 public:
@@ -50,4 +50,4 @@ private:
     QString lastComplaint;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -9,7 +9,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 namespace {
 constexpr std::chrono::milliseconds betweenTries{2};
@@ -41,4 +41,4 @@ FileLock::~FileLock() {
         ::close(descriptor);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -8,7 +8,7 @@
 #include <QString>
 #include <chrono>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 class FileLock {
 public:
@@ -24,4 +24,4 @@ private:
     int descriptor;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -2,7 +2,7 @@
 
 #include "settings/Defaults.h"
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 namespace {
 const QString completedDragOutsKey = QStringLiteral("panelCompletedDragOuts");
@@ -26,4 +26,4 @@ void HintCounters::countDragHintExposure() {
     defaults.addInteger(dragHintExposuresKey, 1);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -4,7 +4,7 @@
 
 #include <QtGlobal>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 class Defaults;
 
@@ -25,4 +25,4 @@ private:
     Defaults& defaults;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -1,6 +1,6 @@
 #include "settings/PanelAutoClose.h"
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 QString rawValue(PanelAutoClose interval) {
     switch (interval) {
@@ -45,4 +45,4 @@ std::optional<int> seconds(PanelAutoClose interval) {
     return std::nullopt;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -5,7 +5,7 @@
 #include <array>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 enum class PanelAutoClose { fiveSeconds, tenSeconds, fifteenSeconds, thirtySeconds, oneMinute, never };
 
@@ -21,4 +21,4 @@ std::optional<PanelAutoClose> panelAutoClose(const QString& rawValue);
 // Nothing for never: such a card has no timer.
 std::optional<int> seconds(PanelAutoClose interval);
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

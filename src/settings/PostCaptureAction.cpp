@@ -1,6 +1,6 @@
 #include "settings/PostCaptureAction.h"
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 QString rawValue(PostCaptureAction action) {
     switch (action) {
@@ -21,4 +21,4 @@ std::optional<PostCaptureAction> postCaptureAction(const QString& raw) {
     return std::nullopt;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -5,7 +5,7 @@
 #include <array>
 #include <optional>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 enum class PostCaptureAction { openEditor, copyToClipboard, saveToFile };
 
@@ -18,4 +18,4 @@ QString rawValue(PostCaptureAction action);
 // Nothing for an unknown string.
 std::optional<PostCaptureAction> postCaptureAction(const QString& rawValue);
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -3,7 +3,9 @@
 #include "base/Shared.h"
 #include "settings/Defaults.h"
 
-namespace marrowfin {
+namespace marrowfin::settings {
+
+using namespace imaging;
 
 namespace {
 
@@ -34,9 +36,9 @@ SettingsStore::SettingsStore() : SettingsStore(Defaults::shared()) {}
 SettingsStore::SettingsStore(Defaults& from)
     : defaults(from), saveFormatValue(stored(from, saveFormatKey, imageFormat).value_or(ImageFormat::png)),
       jpegQualityValue(from.doubleForKey(jpegQualityKey).value_or(0.85)),
-      postCaptureActionValue(stored(from, postCaptureActionKey, marrowfin::postCaptureAction)
+      postCaptureActionValue(stored(from, postCaptureActionKey, marrowfin::settings::postCaptureAction)
                                  .value_or(PostCaptureAction::openEditor)),
-      panelAutoCloseValue(stored(from, panelAutoCloseKey, marrowfin::panelAutoClose)
+      panelAutoCloseValue(stored(from, panelAutoCloseKey, marrowfin::settings::panelAutoClose)
                               .value_or(PanelAutoClose::fifteenSeconds)),
       showCursorValue(from.boolForKey(showCursorKey).value_or(true)),
       captureSystemAudioValue(from.boolForKey(captureSystemAudioKey).value_or(true)),
@@ -84,4 +86,4 @@ void SettingsStore::setHistoryRetentionDays(qint64 value) {
     defaults.setInteger(historyRetentionDaysKey, historyRetentionDaysValue);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

@@ -5,13 +5,13 @@
 // and recordings have fixed values of their own, and the history is limited by number alone.
 #pragma once
 
-#include "base/ImageFormat.h"
+#include "imaging/ImageFormat.h"
 #include "settings/PanelAutoClose.h"
 #include "settings/PostCaptureAction.h"
 
 #include <QObject>
 
-namespace marrowfin {
+namespace marrowfin::settings {
 
 class Defaults;
 
@@ -24,7 +24,7 @@ public:
     SettingsStore();
     explicit SettingsStore(Defaults& defaults);
 
-    ImageFormat saveFormat() const { return saveFormatValue; }
+    imaging::ImageFormat saveFormat() const { return saveFormatValue; }
     double jpegQuality() const {
         return jpegQualityValue;
     } // 0.1 to 1.0 from the form; a stored one is taken as it is
@@ -35,7 +35,7 @@ public:
     qint64 historyRetentionDays() const { return historyRetentionDaysValue; }
 
     // Each publishes, then writes the field's value as it is by then.
-    void setSaveFormat(ImageFormat value);
+    void setSaveFormat(imaging::ImageFormat value);
     void setJpegQuality(double value);
     void setPostCaptureAction(PostCaptureAction value);
     void setPanelAutoClose(PanelAutoClose value);
@@ -45,17 +45,17 @@ public:
 
 Q_SIGNALS:
     // On every set, also for an equal value.
-    void saveFormatChanged(marrowfin::ImageFormat value);
+    void saveFormatChanged(imaging::ImageFormat value);
     void jpegQualityChanged(double value);
-    void postCaptureActionChanged(marrowfin::PostCaptureAction value);
-    void panelAutoCloseChanged(marrowfin::PanelAutoClose value);
+    void postCaptureActionChanged(marrowfin::settings::PostCaptureAction value);
+    void panelAutoCloseChanged(marrowfin::settings::PanelAutoClose value);
     void showCursorChanged(bool value);
     void captureSystemAudioChanged(bool value);
     void historyRetentionDaysChanged(qint64 value);
 
 private:
     Defaults& defaults;
-    ImageFormat saveFormatValue;
+    imaging::ImageFormat saveFormatValue;
     double jpegQualityValue;
     PostCaptureAction postCaptureActionValue;
     PanelAutoClose panelAutoCloseValue;
@@ -64,4 +64,4 @@ private:
     qint64 historyRetentionDaysValue;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::settings

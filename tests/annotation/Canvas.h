@@ -15,14 +15,14 @@ inline QImage canvas(QSize points, double density = 1, QColor background = Qt::w
     return picture;
 }
 
-inline void paint(QImage& picture, const QList<AnyAnnotation>& ink, double density = 1) {
+inline void paint(QImage& picture, const QList<annotation::AnyAnnotation>& ink, double density = 1) {
     QPainter painter(&picture);
     painter.scale(density, density);
-    for (const AnyAnnotation& one : ink)
+    for (const annotation::AnyAnnotation& one : ink)
         one.draw(painter);
 }
 
-inline QImage painted(const QList<AnyAnnotation>& ink, QSize points, double density = 1,
+inline QImage painted(const QList<annotation::AnyAnnotation>& ink, QSize points, double density = 1,
                       QColor background = Qt::white) {
     QImage picture = canvas(points, density, background);
     paint(picture, ink, density);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace annotation;
 
 namespace {
 

@@ -6,6 +6,8 @@
 #include <limits>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <random>
 
 using namespace marrowfin;
+using namespace annotation;
 
 namespace {
 

@@ -8,6 +8,8 @@
 #include <limits>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 using namespace marrowfin::test;
 
 namespace {

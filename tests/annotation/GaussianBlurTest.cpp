@@ -8,6 +8,7 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace annotation;
 
 namespace {
 

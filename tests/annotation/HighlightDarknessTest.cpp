@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 
 namespace {
 

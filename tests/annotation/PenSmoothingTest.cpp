@@ -10,6 +10,7 @@
 #include <random>
 
 using namespace marrowfin;
+using namespace annotation;
 
 namespace {
 

@@ -26,24 +26,24 @@ R segment(QPointF start, QPointF end, double strokeWidth = 3) {
     return record;
 }
 
-inline FreehandAnnotation pen(QList<QPointF> points, double strokeWidth = 3) {
-    FreehandAnnotation record;
+inline annotation::FreehandAnnotation pen(QList<QPointF> points, double strokeWidth = 3) {
+    annotation::FreehandAnnotation record;
     record.strokeColor = red;
     record.strokeWidth = strokeWidth;
     record.points = std::move(points);
     return record;
 }
 
-inline NumberAnnotation badge(QPointF center, qint64 number = 1) {
-    NumberAnnotation record;
+inline annotation::NumberAnnotation badge(QPointF center, qint64 number = 1) {
+    annotation::NumberAnnotation record;
     record.strokeColor = red;
     record.center = center;
     record.number = number;
     return record;
 }
 
-inline TextAnnotation text(QPointF position, const QString& words, double fontSize = 24) {
-    TextAnnotation record;
+inline annotation::TextAnnotation text(QPointF position, const QString& words, double fontSize = 24) {
+    annotation::TextAnnotation record;
     record.strokeColor = red;
     record.position = position;
     record.text = words;

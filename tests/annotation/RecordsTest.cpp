@@ -9,6 +9,7 @@
 #include <limits>
 
 using namespace marrowfin;
+using namespace annotation;
 using namespace marrowfin::test;
 
 namespace {

@@ -6,6 +6,7 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace annotation;
 
 TEST(ShadowLoops, areTheSameOnEveryProcessor) {
     std::mt19937 random(6);

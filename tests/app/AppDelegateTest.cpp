@@ -7,6 +7,10 @@
 #include <QMessageBox>
 
 using namespace marrowfin;
+using namespace app;
+using namespace history;
+using namespace imaging;
+using namespace settings;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::waitUntil;

@@ -4,6 +4,10 @@
 
 namespace marrowfin::testsupport {
 
+using namespace app;
+
+using namespace imaging;
+
 void AppFixture::capture(const Image& image) {
     bool routed = false;
     const auto connection =

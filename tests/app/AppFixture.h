@@ -15,8 +15,9 @@ namespace marrowfin::testsupport {
 class AppFixture : public testing::Test {
 protected:
     AppFixture() {
-        Defaults::useFile(desktop.folders.configuration() + QStringLiteral("/Marrowfin/defaults.json"));
-        CaptureHistory::useFolder(historyFolder());
+        settings::Defaults::useFile(desktop.folders.configuration() +
+                                    QStringLiteral("/Marrowfin/defaults.json"));
+        history::CaptureHistory::useFolder(historyFolder());
     }
     QString historyFolder() const {
         return desktop.folders.applicationSupport() + QStringLiteral("/Marrowfin/History");
@@ -25,16 +26,16 @@ protected:
 
     void launch() {
         bool done = false;
-        QObject::connect(&delegate, &AppDelegate::launched, &delegate, [&] { done = true; });
+        QObject::connect(&delegate, &app::AppDelegate::launched, &delegate, [&] { done = true; });
         delegate.applicationDidFinishLaunching();
         ASSERT_TRUE(fake::waitUntil([&] { return done; }));
     }
     // Publishes an image as a flow does and waits until it has been routed.
-    void capture(const Image& image);
-    static Image picture(QColor color = Qt::darkGreen);
+    void capture(const imaging::Image& image);
+    static imaging::Image picture(QColor color = Qt::darkGreen);
 
     fake::FakeDesktop desktop;
-    AppDelegate delegate;
+    app::AppDelegate delegate;
 };
 
 } // namespace marrowfin::testsupport

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace app;
 using marrowfin::fake::FakeDesktop;
 using marrowfin::testsupport::contrast;
 

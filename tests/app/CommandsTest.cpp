@@ -16,6 +16,11 @@
 #include <functional>
 
 using namespace marrowfin;
+using namespace app;
+using namespace capture;
+using namespace editor;
+using namespace imaging;
+using namespace settings;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::FakeDesktop;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace app;
 
 namespace {
 QStringList line(std::initializer_list<const char*> arguments) {

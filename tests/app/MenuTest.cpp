@@ -7,6 +7,7 @@
 #include <map>
 
 using namespace marrowfin;
+using namespace app;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::waitUntil;

@@ -4,13 +4,18 @@
 #include "app/AutomaticSave.h"
 #include "base/AtomicFile.h"
 #include "base/Clock.h"
-#include "base/ImageReader.h"
 #include "capture/ScreenCaptureManager.h"
+#include "imaging/ImageReader.h"
 
 #include <QDir>
 #include <QFile>
 
 using namespace marrowfin;
+using namespace app;
+using namespace history;
+using namespace imaging;
+using namespace panel;
+using namespace settings;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::waitUntil;
 

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace app;
+using namespace capture;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::FakeDesktop;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace app;
 
 namespace {
 // Coverage of the pixel that holds this point of the 18 point drawing, y up.

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace capture;
+using namespace imaging;
 using namespace marrowfin::platform;
 using marrowfin::fake::FakeDesktop;
 using marrowfin::fake::FakeStream;

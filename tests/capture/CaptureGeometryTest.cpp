@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace capture;
 using namespace marrowfin::platform;
 
 namespace {

@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace capture;
+using namespace imaging;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::FakeDesktop;

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace capture;
 using namespace marrowfin::testsupport;
 using marrowfin::chrome::AnimationClock;
 using marrowfin::fake::FakeDesktop;

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace capture;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::FakeDesktop;
 using marrowfin::fake::waitUntil;

@@ -19,6 +19,8 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace history;
+using namespace imaging;
 
 namespace {
 

@@ -1,7 +1,9 @@
 // How a card leaves: by its timer, by the pointer, by a drop, and what stops each.
 #include "panel/PanelFixture.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace settings;
 
 class AutoClose : public PanelFixture {
 protected:
@@ -160,4 +162,4 @@ TEST_F(AutoClose, TheControllerMayGoWhileCardsAreFading) {
     EXPECT_TRUE(desktop.surfaceHost.surfaces.empty());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

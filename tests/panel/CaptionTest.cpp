@@ -1,7 +1,9 @@
 // What the caption says, and how bytes are counted.
 #include "panel/PanelFixture.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 class Caption : public PanelFixture {
 protected:
@@ -49,4 +51,4 @@ TEST_F(Caption, IsEmptyWithoutPixelsAndTheCardStillStands) {
     EXPECT_TRUE(controller().panels().empty());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -3,7 +3,7 @@
 #include "panel/PanelFixture.h"
 #include "support/BusyThreads.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 namespace {
 class CardFrames : public PanelFixture, public testing::WithParamInterface<double> {
@@ -34,4 +34,4 @@ TEST_P(CardFrames, ComeWhileTheToolkitsThreadsAreBusy) {
     EXPECT_FALSE(threads.wereWaitedFor());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

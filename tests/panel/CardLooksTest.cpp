@@ -7,7 +7,9 @@
 
 #include <QLinearGradient>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 namespace {
 // A window with some lines of text over a colourful desktop.
@@ -154,4 +156,4 @@ TEST_F(CardLooks, WithoutACompositorNothingIsTranslucent) {
     EXPECT_GT(qGray(rested.pixel(outline.boundingRect().left() + 6, outline.boundingRect().top() + 6)), 150);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

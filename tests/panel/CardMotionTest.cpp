@@ -5,7 +5,9 @@
 
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace settings;
 
 using chrome::Property;
 
@@ -215,4 +217,4 @@ TEST_F(CardMotion, WhileItIsUpACardTurnsDarkWholeAndWithoutAMovement) {
     EXPECT_EQ(cardPicture(turned, 1), light);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

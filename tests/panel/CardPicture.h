@@ -5,7 +5,7 @@
 
 #include <QPainter>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 inline QImage cardPicture(CapturePanelContentView& view, double density, const QImage& behind = QImage()) {
     QImage image((QSizeF(view.size()) * density).toSize(), QImage::Format_ARGB32_Premultiplied);
@@ -18,4 +18,4 @@ inline QImage cardPicture(CapturePanelContentView& view, double density, const Q
     return image;
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -6,7 +6,11 @@
 #include <QHelpEvent>
 #include <QWidget>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace editor;
+using namespace imaging;
+using namespace pin;
 
 class Card : public PanelFixture {
 protected:
@@ -223,4 +227,4 @@ TEST_F(Card, AFadingCardOpensNoEditorAndPinsNothing) {
     EXPECT_TRUE(PinManager::shared().pinnedWindows().empty());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

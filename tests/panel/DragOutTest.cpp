@@ -9,7 +9,10 @@
 #include <QMimeData>
 #include <gmock/gmock.h>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
+using namespace settings;
 
 namespace {
 // Ends every session as the test says and remembers what it carried.
@@ -334,4 +337,4 @@ TEST_F(DragOut, AHintShownOnPurposeCountsNothing) {
     EXPECT_FALSE(view.captionText().contains(QStringLiteral("Drag")));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -9,7 +9,11 @@
 #include <QPointer>
 #include <functional>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace editor;
+using namespace imaging;
+using namespace pin;
 
 namespace {
 // A capture whose pixels say when the last owner has let go.
@@ -172,4 +176,4 @@ TEST_F(Freed, ACaptureWhoseMakerHasGoneLivesAsLongAsItsCard) {
     EXPECT_TRUE(fake::waitUntil([&] { return capture.freed; }));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

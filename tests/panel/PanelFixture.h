@@ -15,12 +15,12 @@
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 class PanelFixture : public testing::Test {
 protected:
     PanelFixture() {
-        Defaults::useFile(QString());
+        settings::Defaults::useFile(QString());
         chrome::AnimationClock::shared().hold();
     }
     ~PanelFixture() override { SharedObjects::destroyAll(); }
@@ -32,13 +32,13 @@ protected:
     }
     void pointAt(const QPointF& point) { desktop.screens.pointer = DesktopPoint{point}; }
 
-    static Image capture(int width = 400, int height = 200) {
+    static imaging::Image capture(int width = 400, int height = 200) {
         QImage pixels(width, height, QImage::Format_RGB32);
         pixels.fill(QColor(40, 120, 200));
-        return Image::captured(pixels);
+        return imaging::Image::captured(pixels);
     }
-    CapturePanel* present(const Image& image = capture()) {
-        controller().present(image, [this](const Image& saved) { savedImages.push_back(saved); });
+    CapturePanel* present(const imaging::Image& image = capture()) {
+        controller().present(image, [this](const imaging::Image& saved) { savedImages.push_back(saved); });
         return controller().panels().empty() ? nullptr : controller().panels().back();
     }
     CapturePanelController& controller() { return CapturePanelController::shared(); }
@@ -47,7 +47,7 @@ protected:
         QCoreApplication::processEvents();
     }
     // A card that has arrived and whose file is written.
-    CapturePanel* presentSettled(const Image& image = capture()) {
+    CapturePanel* presentSettled(const imaging::Image& image = capture()) {
         CapturePanel* panel = present(image);
         pass(1);
         EXPECT_TRUE(fake::waitUntil([&] { return panel->content().dragExport().isReady(); }));
@@ -90,7 +90,7 @@ protected:
     }
 
     fake::FakeDesktop desktop;
-    std::vector<Image> savedImages;
+    std::vector<imaging::Image> savedImages;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

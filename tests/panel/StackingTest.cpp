@@ -3,7 +3,9 @@
 
 #include <gmock/gmock.h>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 using testing::ElementsAre;
 
@@ -187,4 +189,4 @@ TEST_F(Stacking, CardsAreSurfacesThatNeverTakeTheKeyboard) {
     EXPECT_EQ(surface->outline.boundingRect(), QRect(18, 12, 240, 160));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

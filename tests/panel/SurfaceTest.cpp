@@ -2,7 +2,9 @@
 #include "panel/CardPicture.h"
 #include "panel/PanelFixture.h"
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 class Surface : public PanelFixture {
 protected:
@@ -78,4 +80,4 @@ TEST_F(Surface, TheCapturesColourBreathesThroughThePlate) {
     EXPECT_EQ(redness(at(picture(BackdropKind::vibrancy, Image()), 5, 80)), 0); // no colour, no tint
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

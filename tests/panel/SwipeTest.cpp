@@ -3,7 +3,7 @@
 
 #include <QWheelEvent>
 
-namespace marrowfin {
+namespace marrowfin::panel {
 
 using platform::ScrollPhase;
 
@@ -98,4 +98,4 @@ TEST_F(Swipe, AMouseWheelDoesNothing) {
     EXPECT_EQ(panel->frame().rect.x(), 24 - haloLeft);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

@@ -4,7 +4,9 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::panel {
+
+using namespace imaging;
 
 namespace {
 const QRectF mount(0, 0, 220, 140);
@@ -101,4 +103,4 @@ TEST(Thumbnails, WithoutPixelsThereIsNothingToShow) {
     EXPECT_EQ(thumbnail.fit, mount);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::panel

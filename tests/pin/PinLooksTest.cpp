@@ -11,7 +11,9 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::pin {
+
+using namespace imaging;
 
 namespace {
 // A window with lines of text on one half, a slope on the other.
@@ -73,4 +75,4 @@ TEST_F(PinLooks, RestedAndUnderThePointer) {
     expectLooks(dark, "dark-hovered-2x", 2);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

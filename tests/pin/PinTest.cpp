@@ -11,7 +11,9 @@
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::pin {
+
+using namespace imaging;
 
 namespace {
 Image picture(int width, int height) {
@@ -218,4 +220,4 @@ TEST(PinGeometry, EdgesAreNarrowAndATinyPinKeepsAMiddle) {
     EXPECT_EQ(pinEdgesAt({9, 9}, {4.5, 4.5}), Qt::Edges());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::pin

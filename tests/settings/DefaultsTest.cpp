@@ -15,6 +15,7 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace settings;
 
 namespace {
 

@@ -22,7 +22,7 @@ protected:
     void SetUp() override { ::chmod(QFile::encodeName(root.path()).constData(), 0755); }
     void TearDown() override {
         SharedObjects::destroyAll();
-        Defaults::useFile({});
+        settings::Defaults::useFile({});
     }
 
     QString folder() const { return root.filePath(QStringLiteral("Marrowfin")); }

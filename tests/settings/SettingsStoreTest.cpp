@@ -7,6 +7,8 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace settings;
+using namespace imaging;
 
 namespace {
 

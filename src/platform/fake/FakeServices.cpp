@@ -5,6 +5,7 @@
 
 namespace marrowfin::fake {
 
+using namespace imaging;
 using namespace platform;
 
 std::optional<Screen> FakeScreens::mainScreen() {

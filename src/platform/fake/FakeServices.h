@@ -63,7 +63,7 @@ public:
 
 class FakePasteboard : public platform::Pasteboard {
 public:
-    std::optional<Image> image;
+    std::optional<imaging::Image> image;
     std::optional<QString> text;
     std::vector<QString> calls; // "clearContents", "writeImage", "writeText", "handOver"
     // What writing an image answers.
@@ -72,9 +72,11 @@ public:
     std::function<void()> onClear;
 
     void clearContents() override;
-    Outcome<void> writeImage(const Image& image) override;
+    Outcome<void> writeImage(const imaging::Image& image) override;
     Outcome<void> writeText(const QString& text) override;
-    Outcome<std::optional<Image>> readImage() override { return settled<std::optional<Image>>(image); }
+    Outcome<std::optional<imaging::Image>> readImage() override {
+        return settled<std::optional<imaging::Image>>(image);
+    }
     void handOver() override { calls.push_back(QStringLiteral("handOver")); }
 };
 

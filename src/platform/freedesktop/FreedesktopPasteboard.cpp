@@ -1,6 +1,6 @@
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 
-#include "base/ImageReader.h"
+#include "imaging/ImageReader.h"
 #include "platform/freedesktop/ClipboardHandOver.h"
 #include "platform/freedesktop/OfferedImage.h"
 #include "platform/freedesktop/ToolkitX11.h"
@@ -10,6 +10,8 @@
 #include <QMimeData>
 
 namespace marrowfin::freedesktop {
+
+using namespace imaging;
 
 struct FreedesktopPasteboard::Write {
     std::unique_ptr<QMimeData> data;
@@ -52,7 +54,7 @@ QByteArray offeredImageBytes(const QMimeData& data) {
 }
 
 std::optional<Image> decoded(const QByteArray& bytes) {
-    Result<Image> image = marrowfin::readImage(bytes);
+    Result<Image> image = marrowfin::imaging::readImage(bytes);
     if (!image || image->isNull())
         return std::nullopt;
     return *image;

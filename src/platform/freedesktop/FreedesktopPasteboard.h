@@ -20,9 +20,9 @@ public:
     ~FreedesktopPasteboard() override;
 
     void clearContents() override;
-    Outcome<void> writeImage(const Image& image) override;
+    Outcome<void> writeImage(const imaging::Image& image) override;
     Outcome<void> writeText(const QString& text) override;
-    Outcome<std::optional<Image>> readImage() override;
+    Outcome<std::optional<imaging::Image>> readImage() override;
     void handOver() override;
 
 private:

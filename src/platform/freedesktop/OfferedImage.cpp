@@ -2,6 +2,8 @@
 
 namespace marrowfin::freedesktop {
 
+using namespace imaging;
+
 namespace {
 const QString pngType = QStringLiteral("image/png");
 // Answered by the toolkit itself on X11.

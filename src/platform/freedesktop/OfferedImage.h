@@ -1,7 +1,7 @@
 // What other programs find on the clipboard after a copy of an image. QClipboard owns it. Main thread.
 #pragma once
 
-#include "base/Image.h"
+#include "imaging/Image.h"
 
 #include <QMimeData>
 
@@ -11,9 +11,9 @@ class OfferedImage : public QMimeData {
     Q_OBJECT
 public:
     // Its encoding is finished by the time that this goes onto the clipboard.
-    explicit OfferedImage(Image image);
+    explicit OfferedImage(imaging::Image image);
 
-    const Image& image() const { return offered; }
+    const imaging::Image& image() const { return offered; }
 
     QStringList formats() const override;
     bool hasFormat(const QString& mimeType) const override;
@@ -22,7 +22,7 @@ protected:
     QVariant retrieveData(const QString& mimeType, QMetaType type) const override;
 
 private:
-    Image offered;
+    imaging::Image offered;
 };
 
 } // namespace marrowfin::freedesktop

@@ -1,12 +1,12 @@
 #include "platform/x11/X11Backend.h"
 
-#include "platform/x11/Connection.h"
-#include "platform/x11/ConnectionLoss.h"
-#include "platform/x11/X11HotKeys.h"
-#include "platform/x11/X11ScreenAccess.h"
-#include "platform/x11/X11ScreenSource.h"
-#include "platform/x11/X11Screens.h"
-#include "platform/x11/X11ScrollGestures.h"
+#include "platform/x11/capture/X11ScreenAccess.h"
+#include "platform/x11/capture/X11ScreenSource.h"
+#include "platform/x11/input/X11HotKeys.h"
+#include "platform/x11/input/X11ScrollGestures.h"
+#include "platform/x11/layout/X11Screens.h"
+#include "platform/x11/server/Connection.h"
+#include "platform/x11/server/ConnectionLoss.h"
 
 namespace marrowfin::x11 {
 

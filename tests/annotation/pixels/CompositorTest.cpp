@@ -9,6 +9,8 @@
 #include <random>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 using namespace marrowfin::test;
 
 namespace {

@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 using namespace marrowfin::test;
 
 namespace {

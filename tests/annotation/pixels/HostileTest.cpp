@@ -13,6 +13,8 @@
 #include <random>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 using namespace marrowfin::test;
 
 namespace {

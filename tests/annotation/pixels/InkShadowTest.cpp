@@ -10,6 +10,7 @@
 #include <vector>
 
 using namespace marrowfin;
+using namespace annotation;
 using namespace marrowfin::test;
 
 namespace {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 using namespace marrowfin;
+using namespace annotation;
 using namespace marrowfin::test;
 
 namespace {

@@ -13,6 +13,11 @@
 
 namespace marrowfin {
 
+using namespace imaging;
+using namespace panel;
+using namespace pin;
+using namespace settings;
+
 namespace {
 constexpr std::uint32_t windowColor = 0x2040A0;
 

@@ -18,24 +18,24 @@ class CardsTest : public SessionTest {
 protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(SessionTest::SetUp());
-        Defaults::useFile(QString());
-        SettingsStore::shared().setPanelAutoClose(PanelAutoClose::never);
+        settings::Defaults::useFile(QString());
+        settings::SettingsStore::shared().setPanelAutoClose(settings::PanelAutoClose::never);
         other.movePointer({600, 60});
     }
     void TearDown() override {
         if (session) {
-            controller().dismissAll(Animated::No);
+            controller().dismissAll(panel::Animated::No);
             QCoreApplication::processEvents();
         }
         SessionTest::TearDown();
     }
 
-    CapturePanelController& controller() { return CapturePanelController::shared(); }
-    CapturePanel* present() {
+    panel::CapturePanelController& controller() { return panel::CapturePanelController::shared(); }
+    panel::CapturePanel* present() {
         QImage pixels(640, 400, QImage::Format_RGB32);
         pixels.fill(captureColor);
-        controller().present(Image::captured(pixels), [](const Image&) {});
-        CapturePanel* panel = controller().panels().back();
+        controller().present(imaging::Image::captured(pixels), [](const imaging::Image&) {});
+        panel::CapturePanel* panel = controller().panels().back();
         // Until the capture itself is to be seen: then the card has arrived.
         EXPECT_TRUE(desk::waitFor([&] { return other.pixel(onScreen(panel, 120, 90)) == captureColor; }));
         return panel;
@@ -46,12 +46,13 @@ protected:
         const QPointF down(desktop.x(), platform::services().screens.primaryHeight() - desktop.y());
         return (down * scale()).toPoint();
     }
-    static QPoint onScreen(const CapturePanel* panel, double x, double y) {
-        return onScreen(cardFrame(panel->frame()).rect.topLeft() + QPointF(x, y));
+    static QPoint onScreen(const panel::CapturePanel* panel, double x, double y) {
+        return onScreen(panel::cardFrame(panel->frame()).rect.topLeft() + QPointF(x, y));
     }
     static int roomOn(const platform::Screen& screen) {
         int count = 1;
-        while (count < maximumCardsPerDisplay && stackHasRoom(screen.visibleFrame, count, cardSize.height()))
+        while (count < panel::maximumCardsPerDisplay &&
+               panel::stackHasRoom(screen.visibleFrame, count, panel::cardSize.height()))
             ++count;
         return count;
     }

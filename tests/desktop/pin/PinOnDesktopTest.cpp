@@ -9,6 +9,8 @@
 
 namespace marrowfin {
 
+using namespace pin;
+
 namespace {
 constexpr std::uint32_t windowColor = 0x2040A0;
 const QColor red(200, 60, 30);

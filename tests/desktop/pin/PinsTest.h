@@ -11,27 +11,27 @@ namespace marrowfin {
 class PinsTest : public SessionTest {
 protected:
     // On the screen, with the keyboard.
-    PinnedWindow& pin(const QColor& color, const QSize& size = {300, 200}) {
+    pin::PinnedWindow& pin(const QColor& color, const QSize& size = {300, 200}) {
         QImage pixels(size, QImage::Format_RGB32);
         pixels.fill(color);
-        PinManager::shared().pin(Image::captured(pixels));
-        PinnedWindow& pinned = *PinManager::shared().pinnedWindows().back();
+        pin::PinManager::shared().pin(imaging::Image::captured(pixels));
+        pin::PinnedWindow& pinned = *pin::PinManager::shared().pinnedWindows().back();
         EXPECT_TRUE(desk::waitFor([&] { return other.pixel(middle(pinned)) == color; }));
         EXPECT_TRUE(desk::waitFor([&] { return other.focus() == idOf(pinned); }));
         return pinned;
     }
-    static std::size_t count() { return PinManager::shared().pinnedWindows().size(); }
-    static xcb_window_t idOf(PinnedWindow& pinned) {
+    static std::size_t count() { return pin::PinManager::shared().pinnedWindows().size(); }
+    static xcb_window_t idOf(pin::PinnedWindow& pinned) {
         return static_cast<xcb_window_t>(pinned.content().internalWinId());
     }
     // The image as it lies on the screen; one pixel a point.
-    static QRect onScreen(PinnedWindow& pinned) {
+    static QRect onScreen(pin::PinnedWindow& pinned) {
         return toScreen(pinned.frame(), platform::services().screens.primaryHeight()).rect.toRect();
     }
-    static QPoint middle(PinnedWindow& pinned) { return onScreen(pinned).center(); }
+    static QPoint middle(pin::PinnedWindow& pinned) { return onScreen(pinned).center(); }
     // Where the server has the image: the window without its shadow.
-    QRect served(PinnedWindow& pinned) {
-        const int halo = static_cast<int>(PinnedContentView::halo);
+    QRect served(pin::PinnedWindow& pinned) {
+        const int halo = static_cast<int>(pin::PinnedContentView::halo);
         return other.frameOf(idOf(pinned)).adjusted(halo, halo, -halo, -halo);
     }
 };

@@ -2,7 +2,7 @@
 #include "x11/Capturing.h"
 #include "x11/PaintedWindow.h"
 
-#include "platform/x11/WindowQuery.h"
+#include "platform/x11/layout/WindowQuery.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,7 +1,7 @@
 // Capturing the way the program does it, and waiting for the outcome.
 #pragma once
 
-#include "platform/x11/X11ScreenSource.h"
+#include "platform/x11/capture/X11ScreenSource.h"
 
 #include <QEventLoop>
 #include <condition_variable>

@@ -1,8 +1,8 @@
 // Global hot keys on the lane's desktop, pressed by XTest as a person would, with another client as the
 // rival.
-#include "platform/x11/KeyboardMap.h"
-#include "platform/x11/X11HotKeys.h"
-#include "platform/x11/Xkb.h"
+#include "platform/x11/input/KeyboardMap.h"
+#include "platform/x11/input/X11HotKeys.h"
+#include "platform/x11/server/Xkb.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

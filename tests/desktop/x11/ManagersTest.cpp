@@ -1,5 +1,5 @@
 // What window managers tell of themselves and their windows, and what one leaves behind that was killed.
-#include "platform/x11/WindowQuery.h"
+#include "platform/x11/layout/WindowQuery.h"
 #include "x11/TestServer.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "x11/PaintedWindow.h"
 
-#include "platform/x11/Grabber.h"
+#include "platform/x11/capture/Grabber.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>

@@ -2,7 +2,7 @@
 // server asks for it, as late as the test says. Native pixels.
 #pragma once
 
-#include "platform/x11/Connection.h"
+#include "platform/x11/server/Connection.h"
 
 #include <QImage>
 #include <QRect>

@@ -1,6 +1,6 @@
 // Screens, struts and the pointer, as the lane's desktop has them: one monitor, two, or scale 2.
 #include "platform/x11/X11Backend.h"
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/layout/X11Screens.h"
 #include "x11/Capturing.h"
 #include "x11/PaintedWindow.h"
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/Outcome.h"
-#include "platform/x11/Connection.h"
+#include "platform/x11/server/Connection.h"
 
 #include <QImage>
 #include <QProcess>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "desktop/x11surfaces/Desk.h"
-#include "platform/x11/GrabLink.h"
-#include "platform/x11/X11SurfaceHost.h"
+#include "platform/x11/capture/GrabLink.h"
+#include "platform/x11/surfaces/X11SurfaceHost.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

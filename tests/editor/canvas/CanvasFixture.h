@@ -15,7 +15,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 using namespace test;
 using namespace testsupport;
@@ -61,7 +61,7 @@ protected:
     // One view point to an image point, the image in the view's corner, so that points read the same.
     CanvasFixture() : CanvasFixture(page(640, 400), {640, 400}) {}
     CanvasFixture(const QImage& pixels, QSize view)
-        : document(Image::captured(pixels)), window(), canvas(new AnnotationCanvasView(&window)) {
+        : document(imaging::Image::captured(pixels)), window(), canvas(new AnnotationCanvasView(&window)) {
         window.resize(view);
         canvas->resize(view);
         canvas->setDocument(&document);
@@ -114,7 +114,7 @@ protected:
                                    : static_cast<int>(character.toUpper().unicode()),
                 Qt::NoModifier, character == u'\n' ? QStringLiteral("\r") : QString(character));
     }
-    void choose(ToolType tool) { tools.choose(tool); }
+    void choose(annotation::ToolType tool) { tools.choose(tool); }
     void undo() { key(Qt::Key_Z, Qt::ControlModifier); }
     void redo() { key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier); }
 
@@ -134,10 +134,10 @@ protected:
     qsizetype count() const { return document.annotations().size(); }
 
     fake::FakeDesktop desktop;
-    AnnotationDocument document;
-    ToolState tools;
+    annotation::AnnotationDocument document;
+    annotation::ToolState tools;
     QWidget window;
     AnnotationCanvasView* canvas;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

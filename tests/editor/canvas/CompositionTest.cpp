@@ -3,7 +3,9 @@
 
 #include "annotation/TextLayout.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class Composition : public CanvasFixture {
@@ -123,4 +125,4 @@ TEST_F(Composition, IsUnderlinedInItsPlace) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

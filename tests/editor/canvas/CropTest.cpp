@@ -2,7 +2,10 @@
 
 #include "annotation/ImageCompositor.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class CanvasCropping : public CanvasFixture {
@@ -98,4 +101,4 @@ TEST_F(CanvasCropping, WithoutAnImageAPressIsIgnored) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -3,7 +3,10 @@
 
 #include "base/SystemColors.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class CanvasDrawing : public CanvasFixture {};
@@ -163,4 +166,4 @@ TEST_F(CanvasDrawing, OutlivesWhatItShows) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

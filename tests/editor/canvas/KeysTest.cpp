@@ -1,6 +1,8 @@
 #include "CanvasFixture.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class CanvasKeys : public CanvasFixture {};
@@ -101,4 +103,4 @@ TEST_F(CanvasKeys, TheCanvasHasTheKeyboardWhenItIsShown) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

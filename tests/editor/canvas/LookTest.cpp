@@ -4,7 +4,9 @@
 #include "base/SystemColors.h"
 #include "support/Golden.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class CanvasLook : public CanvasFixture {
@@ -67,4 +69,4 @@ TEST_F(CanvasLook, TextBeingTyped) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -7,7 +7,10 @@
 
 #include <cmath>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class CanvasPaint : public CanvasFixture {};
@@ -244,4 +247,4 @@ TEST_F(CanvasPaint, DoubleDensityShowsInkSharp) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

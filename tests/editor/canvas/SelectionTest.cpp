@@ -1,7 +1,9 @@
 // Selecting, moving, resizing and deleting.
 #include "CanvasFixture.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class CanvasSelection : public CanvasFixture {
@@ -115,4 +117,4 @@ TEST_F(HalvedCanvas, DragsGoAsFarInTheImageAsOnTheScreen) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -5,7 +5,9 @@
 #include <QRandomGenerator>
 #include <QSet>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class Storm : public CanvasFixture, public testing::WithParamInterface<quint32> {
@@ -176,4 +178,4 @@ TEST_P(Storm, LeavesTheDocumentSound) {
 INSTANTIATE_TEST_SUITE_P(Seeds, Storm, testing::Values(1u, 2u, 3u));
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -9,7 +9,10 @@
 #include <QMimeData>
 #include <QPushButton>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class TextEdit : public CanvasFixture {
@@ -336,4 +339,4 @@ TEST_F(HalvedTextEdit, IsTypedInTheSizeItWillHave) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -1,7 +1,9 @@
 // The last frame of an edit against the ink it becomes: caret, selection and outline are all that differs.
 #include "CanvasFixture.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 struct Place {
@@ -71,4 +73,4 @@ INSTANTIATE_TEST_SUITE_P(Fits, TextPlace,
                          [](const auto& info) { return info.param.name; });
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,10 @@
 
 #include <QDialog>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class Actions : public RootFixture {
@@ -213,4 +216,4 @@ TEST_F(WithoutPixels, TheEditorStaysStandingAndItsActionsDoNothing) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -3,7 +3,9 @@
 
 #include <QAccessible>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 
 namespace {
 
@@ -66,4 +68,4 @@ TEST_F(ByAssistance, EveryControlHasANameOfItsOwn) {
     EXPECT_FALSE(names.contains(QString()));
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -6,7 +6,9 @@
 #include <QColorDialog>
 #include <QWindow>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class Colors : public RootFixture {
@@ -118,4 +120,4 @@ TEST_F(Colors, ThePickerAsksForNoKeyboardAndStaysAboveItsEditor) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

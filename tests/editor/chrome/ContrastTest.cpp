@@ -6,7 +6,9 @@
 
 #include <algorithm>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 using testsupport::contrast;
@@ -95,4 +97,4 @@ TEST_F(Contrast, OverAPhoto) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

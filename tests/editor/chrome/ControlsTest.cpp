@@ -3,7 +3,10 @@
 
 #include "base/SystemColors.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class Controls : public RootFixture {
@@ -312,4 +315,4 @@ TEST_F(Controls, AClosedEditorHearsNothingMore) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

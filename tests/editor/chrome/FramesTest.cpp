@@ -3,7 +3,9 @@
 
 #include "editor/EditorSeparator.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 using chrome::placed;
@@ -145,4 +147,4 @@ TEST_F(Frames, TheChipIsAsLargeAsItsLabelNeeds) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

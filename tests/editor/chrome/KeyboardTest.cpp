@@ -4,7 +4,9 @@
 #include <QAccessible>
 #include <QDialog>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class Keyboard : public RootFixture {
@@ -191,4 +193,4 @@ TEST_F(Keyboard, AssistiveTechnologyFindsTheGroupsAndTheirControls) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

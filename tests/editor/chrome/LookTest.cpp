@@ -4,7 +4,10 @@
 #include "base/SystemColors.h"
 #include "support/Golden.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class EditorLook : public RootFixture {
@@ -92,4 +95,4 @@ TEST_F(LargerLook, CropPending) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -14,7 +14,9 @@
 #include <QMenu>
 #include <QMessageBox>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class NestedLoop : public RootFixture {
@@ -102,4 +104,4 @@ TEST_F(NestedLoop, NoneWhileTheColourPickerIsUp) {
     EXPECT_EQ(watch.nested(), 0);
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

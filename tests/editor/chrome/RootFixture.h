@@ -24,7 +24,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 
 using namespace test;
 
@@ -35,7 +35,8 @@ inline QImage page(int width, int height) {
 class RootFixture : public testing::Test {
 protected:
     // In the smallest window this image stands at its own size.
-    explicit RootFixture(const Image& image = Image::captured(page(640, 320)), QSize size = {760, 520}) {
+    explicit RootFixture(const imaging::Image& image = imaging::Image::captured(page(640, 320)),
+                         QSize size = {760, 520}) {
         chrome::AnimationClock::shared().hold();
         root = std::make_unique<EditorRootView>(image);
         root->resize(size);
@@ -49,8 +50,8 @@ protected:
     }
 
     AnnotationCanvasView& canvas() { return *root->canvas(); }
-    AnnotationDocument& document() { return *root->document(); }
-    ToolState& tools() { return *root->toolState(); }
+    annotation::AnnotationDocument& document() { return *root->document(); }
+    annotation::ToolState& tools() { return *root->toolState(); }
     const EditorChrome& controls() { return root->chrome(); }
     qsizetype count() { return document().annotations().size(); }
     template <class Record>
@@ -75,8 +76,8 @@ protected:
         click(middleOf(control));
         settle();
     }
-    void press(ToolType tool) { press(controls().toolButtons.at(tool)); }
-    void press(CropAspect aspect) { press(controls().aspectButtons.at(aspect)); }
+    void press(annotation::ToolType tool) { press(controls().toolButtons.at(tool)); }
+    void press(annotation::CropAspect aspect) { press(controls().aspectButtons.at(aspect)); }
     void clickImage(QPointF point) { click(view(point)); }
     void dragImage(QPointF from, QPointF to) {
         QTest::mousePress(root->windowHandle(), Qt::LeftButton, {}, view(from));
@@ -110,4 +111,4 @@ protected:
     std::unique_ptr<EditorRootView> root;
 };
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

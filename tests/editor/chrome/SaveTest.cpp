@@ -12,7 +12,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 using fake::waitUntil;
@@ -247,4 +249,4 @@ TEST_F(Save, AnEditorThatClosesWhileItsFileIsWrittenStillLeavesTheFile) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

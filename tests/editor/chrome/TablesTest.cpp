@@ -4,7 +4,10 @@
 #include "editor/EditorTables.h"
 #include "editor/EditorTexts.h"
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
 namespace {
 
 class Texts : public RootFixture {
@@ -103,4 +106,4 @@ TEST(CropSizeText, IsEmptyWithoutPixelsOrSize) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 class CanvasCropTest : public testing::Test {
@@ -132,4 +134,4 @@ TEST_F(CanvasCropTest, ADragWithoutAPressDoesNothing) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

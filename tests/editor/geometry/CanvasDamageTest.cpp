@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
 namespace {
 
 using namespace test;
@@ -101,4 +103,4 @@ TEST(CanvasDamage, InkFarOffIsNoTrouble) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::editor {
 namespace {
 
 TEST(CanvasFit, ShowsASmallImageAtItsOwnSizeInTheMiddle) {
@@ -59,4 +59,4 @@ TEST(CanvasFit, PaintsOnWholePixels) {
 }
 
 } // namespace
-} // namespace marrowfin
+} // namespace marrowfin::editor

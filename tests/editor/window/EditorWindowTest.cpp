@@ -15,7 +15,11 @@
 #include <QPointer>
 #include <gtest/gtest.h>
 
-namespace marrowfin {
+namespace marrowfin::editor {
+
+using namespace annotation;
+using namespace imaging;
+using namespace pin;
 
 namespace {
 
@@ -253,4 +257,4 @@ TEST_F(EditorWindow, TheEndOfTheProcessTakesOpenWindowsAlong) {
     EXPECT_TRUE(window.isNull());
 }
 
-} // namespace marrowfin
+} // namespace marrowfin::editor

@@ -1,4 +1,4 @@
-#include "platform/x11/DisplayLayout.h"
+#include "platform/x11/layout/DisplayLayout.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/x11/KeyboardMap.h"
+#include "platform/x11/input/KeyboardMap.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/x11/Pixels.h"
+#include "platform/x11/capture/Pixels.h"
 
 #include <gtest/gtest.h>
 

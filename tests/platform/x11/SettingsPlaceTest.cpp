@@ -1,5 +1,5 @@
-#include "platform/x11/SettingsPlace.h"
-#include "platform/x11/GrabLink.h"
+#include "platform/x11/input/SettingsPlace.h"
+#include "platform/x11/capture/GrabLink.h"
 
 #include <gtest/gtest.h>
 

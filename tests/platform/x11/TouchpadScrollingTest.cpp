@@ -1,7 +1,7 @@
 // What the server says about scrolling becomes gestures: its descriptions of devices, its events, and the way
 // that axes go under two fingers, as the two common drivers post them.
-#include "platform/x11/TouchpadScrolling.h"
-#include "platform/x11/ScrollDevices.h"
+#include "platform/x11/input/TouchpadScrolling.h"
+#include "platform/x11/input/ScrollDevices.h"
 
 #include <cstring>
 #include <gmock/gmock.h>

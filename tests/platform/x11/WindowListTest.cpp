@@ -1,4 +1,4 @@
-#include "platform/x11/WindowList.h"
+#include "platform/x11/layout/WindowList.h"
 
 #include <gmock/gmock.h>
 

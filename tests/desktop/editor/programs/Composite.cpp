@@ -17,6 +17,8 @@
 #include <cstdio>
 
 using namespace marrowfin;
+using namespace annotation;
+using namespace imaging;
 
 namespace {
 

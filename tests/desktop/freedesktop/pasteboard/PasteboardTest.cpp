@@ -10,6 +10,7 @@
 #include <QRandomGenerator>
 
 using namespace marrowfin;
+using namespace imaging;
 using namespace marrowfin::testsupport;
 using freedesktop::FreedesktopPasteboard;
 

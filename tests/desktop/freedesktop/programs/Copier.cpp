@@ -1,14 +1,15 @@
 // Copies the picture that its argument names and quits the way the program does: clipboard handed over, then
 // the application object destroyed. With "--at-once" it quits before the picture's encoding is done.
-#include "base/ImageReader.h"
 #include "base/Log.h"
 #include "base/Shared.h"
+#include "imaging/ImageReader.h"
 #include "platform/freedesktop/FreedesktopPasteboard.h"
 
 #include <QApplication>
 #include <QTimer>
 
 using namespace marrowfin;
+using namespace imaging;
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);

@@ -4,6 +4,8 @@
 
 namespace marrowfin {
 
+using namespace panel;
+
 namespace {
 class CardMonitors : public CardsTest {
 protected:

@@ -4,6 +4,9 @@
 
 namespace marrowfin {
 
+using namespace imaging;
+using namespace panel;
+
 namespace {
 class CardPlaces : public CardsTest {
 protected:

@@ -4,6 +4,8 @@
 
 namespace marrowfin {
 
+using namespace pin;
+
 namespace {
 const QColor red(200, 60, 30);
 const QColor green(30, 150, 60);

@@ -1,7 +1,7 @@
 // Touchpad gestures over windows of ours on a real server. A virtual server has no touchpad, so its events
 // come from here, at the place where the toolkit passes on the server's own; its wheel is real.
 #include "desktop/x11surfaces/SurfacesTest.h"
-#include "platform/x11/X11ScrollGestures.h"
+#include "platform/x11/input/X11ScrollGestures.h"
 
 #include <QAbstractEventDispatcher>
 #include <QProcess>

@@ -1,0 +1,66 @@
+#include "imaging/ImageReader.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <array>
+#include <mutex>
+
+namespace marrowfin::imaging {
+
+namespace {
+
+// Pictures made of pixels. What else the toolkit has plug-ins for (drawings that are programs, documents) is
+// not read from files of unknown origin.
+constexpr std::array readableFormats{"png", "jpeg", "webp", "gif", "bmp", "tiff", "ppm", "pgm", "pbm"};
+
+std::once_flag limitLifted;
+
+bool isReadableFormat(const QByteArray& format) {
+    for (const char* name : readableFormats)
+        if (format == name)
+            return true;
+    return false;
+}
+
+Result<Image> readFrom(QIODevice& device) {
+    // The toolkit's limit of 128 MB is below an ordinary 6K capture; ours is by side, checked before
+    // decoding.
+    std::call_once(limitLifted, [] { QImageReader::setAllocationLimit(0); });
+    QImageReader reader(&device);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true); // a photograph stands upright
+    if (!isReadableFormat(reader.format()))
+        return failure(QStringLiteral("This is not a picture that can be opened."));
+    const QSize size = reader.size();
+    if (size.isEmpty())
+        return failure(QStringLiteral("The picture is damaged."));
+    if (size.width() > largestImageSide || size.height() > largestImageSide)
+        return failure(QStringLiteral("The image is larger than %1 pixels on a side.").arg(largestImageSide));
+    QImage pixels = reader.read();
+    if (pixels.isNull())
+        return failure(reader.errorString());
+    return Image::captured(std::move(pixels));
+}
+
+} // namespace
+
+Result<Image> readImage(const QByteArray& bytes) {
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return readFrom(buffer);
+}
+
+Result<Image> readImageFile(const QString& path) {
+    // A named pipe or a device in a picture's place would never end.
+    if (const QFileInfo info(path); info.exists() && !info.isFile())
+        return failure(QStringLiteral("This is not a file."));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return failure(file.errorString());
+    return readFrom(file);
+}
+
+} // namespace marrowfin::imaging

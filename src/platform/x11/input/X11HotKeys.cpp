@@ -1,0 +1,212 @@
+#include "platform/x11/input/X11HotKeys.h"
+
+#include "base/Log.h"
+#include "platform/x11/input/SettingsPlace.h"
+#include "platform/x11/server/Xkb.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+namespace marrowfin::x11 {
+
+using namespace platform;
+
+namespace {
+
+constexpr HotKeyStatus noSuchKey = -50; // a parameter that this keyboard doesn't know
+
+std::string keyName(std::uint32_t keyCode) {
+    switch (keyCode) {
+    case keyCode3:
+        return "AE03";
+    case keyCode4:
+        return "AE04";
+    case keyCode5:
+        return "AE05";
+    default:
+        return {};
+    }
+}
+
+bool tellsOfKeyboard(const Connection& c, const xcb_generic_event_t& event) {
+    const int type = event.response_type & 0x7F;
+    if (type == XCB_MAPPING_NOTIFY)
+        return true;
+    if (!c.extensions().xkb || type != c.extensions().xkbFirstEvent)
+        return false;
+    // All events of XKB share one number; the next byte says which it is.
+    return event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY;
+}
+
+} // namespace
+
+X11HotKeys::X11HotKeys(Connection& connection) : connection(connection), keyboard(readKeyboard(connection)) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11HotKeys::~X11HotKeys() {
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+    for (const HotKey& key : hotKeys) {
+        if (key.grabs)
+            release(*key.grabs);
+    }
+    connection.flush();
+}
+
+HotKeyStatus X11HotKeys::installHandler(Handler newHandler) {
+    handler = std::move(newHandler);
+    return hotKeyNoError;
+}
+
+void X11HotKeys::removeHandler() {
+    handler = nullptr;
+}
+
+Outcome<HotKeyRegistration> X11HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                       HotKeyID id) {
+    const auto answer = [](HotKeyStatus status, HotKeyRef reference = 0) {
+        return settled<HotKeyRegistration>(HotKeyRegistration{status, reference});
+    };
+    const Combination combination{keyCode, modifiers};
+    if (keyName(keyCode).empty())
+        return answer(noSuchKey);
+    // The server lets one client grab a key twice.
+    for (const HotKey& key : hotKeys) {
+        if (key.combination == combination)
+            return answer(hotKeyExists);
+    }
+    auto grabs = grab(combination);
+    if (!grabs)
+        return answer(hotKeyExists);
+    hotKeys.push_back({++lastReference, combination, id, std::move(grabs), 0});
+    return answer(hotKeyNoError, lastReference);
+}
+
+void X11HotKeys::unregisterHotKey(HotKeyRef reference) {
+    const auto at = std::find_if(hotKeys.begin(), hotKeys.end(),
+                                 [reference](const HotKey& key) { return key.reference == reference; });
+    if (at == hotKeys.end())
+        return;
+    if (at->grabs)
+        release(*at->grabs);
+    connection.flush();
+    hotKeys.erase(at);
+}
+
+QString X11HotKeys::settingsPlace() const {
+    return keyboardSettingsPlace(qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
+}
+
+// All or nothing: a key that works with one lock and not with another is worse than one that is known to be
+// taken.
+std::optional<X11HotKeys::Grabs> X11HotKeys::grab(const Combination& combination) {
+    const auto key = keyboard.keys.find(keyName(combination.keyCode));
+    if (key == keyboard.keys.end())
+        return std::nullopt;
+    Grabs grabs;
+    grabs.key = key->second;
+    if ((combination.modifiers & modifierCommand) != 0)
+        grabs.wanted |= keyboard.super;
+    if ((combination.modifiers & modifierShift) != 0)
+        grabs.wanted |= XCB_MOD_MASK_SHIFT;
+    grabs.states = underEveryLock(grabs.wanted, keyboard);
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const std::uint16_t state : grabs.states)
+        cookies.push_back(xcb_grab_key_checked(connection.raw(), 0, connection.root(), state, grabs.key,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    std::vector<std::uint16_t> taken;
+    std::vector<std::uint16_t> ours;
+    for (std::size_t i = 0; i < cookies.size(); ++i)
+        (connection.check(cookies[i]) == 0 ? ours : taken).push_back(grabs.states[i]);
+    if (taken.empty())
+        return grabs;
+    grabs.states = ours;
+    release(grabs);
+    connection.flush();
+    return std::nullopt;
+}
+
+void X11HotKeys::release(const Grabs& grabs) {
+    for (const std::uint16_t state : grabs.states)
+        connection.ignore(xcb_ungrab_key_checked(connection.raw(), grabs.key, connection.root(), state));
+}
+
+bool X11HotKeys::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
+    if (type != "xcb_generic_event_t")
+        return false;
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    switch (event->response_type & 0x7F) {
+    case XCB_KEY_PRESS:
+        return pressed(*reinterpret_cast<const xcb_key_press_event_t*>(event));
+    case XCB_KEY_RELEASE:
+        released(*reinterpret_cast<const xcb_key_release_event_t*>(event));
+        return false;
+    default:
+        if (tellsOfKeyboard(connection, *event))
+            keyboardMayHaveChanged();
+        return false;
+    }
+}
+
+bool X11HotKeys::pressed(const xcb_key_press_event_t& event) {
+    if (event.event != connection.root())
+        return false;
+    const auto at = std::find_if(hotKeys.begin(), hotKeys.end(), [&](const HotKey& key) {
+        return key.grabs && key.grabs->key == event.detail &&
+               (event.state & key.grabs->wanted) == key.grabs->wanted;
+    });
+    if (at == hotKeys.end())
+        return false;
+    // A held key comes as release and press of the same millisecond.
+    if (event.time == at->releasedAt)
+        return true;
+    if (!handler)
+        return false;
+    const Handler calling = handler; // it may remove itself
+    return calling(at->id) == hotKeyNoError;
+}
+
+// Whatever window it goes to: an overlay that took the keyboard meanwhile gets the release.
+void X11HotKeys::released(const xcb_key_release_event_t& event) {
+    for (HotKey& key : hotKeys) {
+        if (key.grabs && key.grabs->key == event.detail)
+            key.releasedAt = event.time;
+    }
+}
+
+// A change of layout comes as a burst of events: look once, afterwards.
+void X11HotKeys::keyboardMayHaveChanged() {
+    if (lookPosted)
+        return;
+    lookPosted = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            lookPosted = false;
+            regrab();
+        },
+        Qt::QueuedConnection);
+}
+
+void X11HotKeys::regrab() {
+    KeyboardMap now = readKeyboard(connection);
+    if (connection.isLost() || now == keyboard)
+        return;
+    keyboard = std::move(now);
+    for (const HotKey& key : hotKeys) {
+        if (key.grabs)
+            release(*key.grabs);
+    }
+    for (HotKey& key : hotKeys) {
+        key.grabs = grab(key.combination);
+        if (connection.isLost())
+            return; // nobody holds anything, and nothing is to be said about keys
+        if (!key.grabs)
+            logLine(QStringLiteral("[Marrowfin] After the keyboard changed, another program holds hot key %1")
+                        .arg(key.id.id));
+    }
+    connection.flush();
+}
+
+} // namespace marrowfin::x11
