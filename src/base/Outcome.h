@@ -11,6 +11,7 @@
 #pragma once
 
 #include "base/Invariant.h"
+#include "base/MainThread.h"
 #include "base/Result.h"
 
 #include <coroutine>
@@ -20,10 +21,6 @@
 #include <optional>
 
 namespace marrowfin {
-
-// Runs the block from the main thread's event loop; from any thread. Dropped when the application is gone.
-void postToMain(std::function<void()> block);
-bool isMainThread();
 
 namespace detail {
 

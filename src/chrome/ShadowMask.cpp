@@ -2,6 +2,7 @@
 
 #include "chrome/PremultipliedPixel.h"
 #include "chrome/Strips.h"
+#include "imaging/GaussianKernel.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -14,17 +15,6 @@ namespace marrowfin::chrome {
 namespace {
 // Wide blurs are computed on a coarser grid: a Gaussian of this many cells is smooth enough to be enlarged.
 constexpr double coarseSigma = 4;
-
-std::vector<float> gaussianKernel(double sigma) {
-    const int reach = std::max(1, static_cast<int>(std::ceil(3 * sigma)));
-    std::vector<float> kernel(2 * reach + 1);
-    float sum = 0;
-    for (int i = -reach; i <= reach; ++i)
-        sum += kernel[i + reach] = static_cast<float>(std::exp(-i * i / (2 * sigma * sigma)));
-    for (float& weight : kernel)
-        weight /= sum;
-    return kernel;
-}
 
 // As many numbers as the processor adds at once.
 using Vector = float __attribute__((vector_size(16)));
@@ -81,7 +71,7 @@ QImage blurredAlpha(const QImage& alpha, double sigma) {
     std::vector<float> plane(static_cast<std::size_t>(width) * height);
     for (int y = 0; y < height; ++y)
         std::copy_n(alpha.constScanLine(y), width, plane.begin() + static_cast<std::ptrdiff_t>(y) * width);
-    const std::vector<float> kernel = gaussianKernel(sigma);
+    const std::vector<float> kernel = imaging::gaussianKernel(sigma);
     std::vector<float> turned(plane.size());
     blurTransposed(plane, turned, width, height, kernel);
     blurTransposed(turned, plane, height, width, kernel);

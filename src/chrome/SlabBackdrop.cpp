@@ -1,5 +1,7 @@
 #include "chrome/SlabBackdrop.h"
 
+#include "imaging/GaussianKernel.h"
+
 #include <QPainter>
 #include <QWidget>
 #include <algorithm>
@@ -11,19 +13,8 @@ namespace {
 
 constexpr int taps = 2 * SlabBackdrop::reachCells + 1;
 
-std::array<float, taps> gaussian() {
-    std::array<float, taps> kernel{};
-    constexpr double sigma = SlabBackdrop::sigma / SlabBackdrop::cell;
-    double sum = 0;
-    for (int i = 0; i < taps; ++i) {
-        const double x = i - SlabBackdrop::reachCells;
-        sum += kernel[i] = static_cast<float>(std::exp(-x * x / (2 * sigma * sigma)));
-    }
-    for (float& weight : kernel)
-        weight = static_cast<float>(weight / sum);
-    return kernel;
-}
-const std::array<float, taps> kernel = gaussian();
+const std::vector<float> kernel =
+    imaging::gaussianKernel(SlabBackdrop::sigma / SlabBackdrop::cell, SlabBackdrop::reachCells);
 
 // The cells that hold these points.
 QRect cellsOf(const QRect& points) {

@@ -1,6 +1,7 @@
 #include "panel/Thumbnail.h"
 
 #include "base/Geometry.h"
+#include "imaging/GaussianKernel.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -109,17 +110,6 @@ QImage renderBackdrop(const QImage& pixels, const QRectF& filled, const QRectF& 
     return result;
 }
 
-std::vector<float> gaussianWeights(double sigma) {
-    const int reach = static_cast<int>(std::ceil(3 * sigma));
-    std::vector<float> weights(2 * reach + 1);
-    float sum = 0;
-    for (int i = -reach; i <= reach; ++i)
-        sum += weights[i + reach] = static_cast<float>(std::exp(-i * i / (2 * sigma * sigma)));
-    for (float& weight : weights)
-        weight /= sum;
-    return weights;
-}
-
 // Blurs rows and turns the picture, four channels a pixel; twice gives both ways.
 std::vector<float> blurTurned(const std::vector<float>& in, int width, int height,
                               const std::vector<float>& weights) {
@@ -162,7 +152,7 @@ QImage blurredClamped(const QImage& pixels, double sigma) {
     for (int y = 0; y < height; ++y)
         std::copy_n(source.constScanLine(y), 4 * width,
                     plane.begin() + 4 * static_cast<std::ptrdiff_t>(width) * y);
-    const std::vector<float> weights = gaussianWeights(sigma);
+    const std::vector<float> weights = gaussianKernel(sigma);
     plane = blurTurned(blurTurned(plane, width, height, weights), height, width, weights);
     QImage result(width, height, QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < height; ++y)
