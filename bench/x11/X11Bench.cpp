@@ -81,7 +81,7 @@ void registerThreeKeys(benchmark::State& state) {
     for (auto unused : state) {
         auto keys = std::make_unique<x11::X11HotKeys>(backend->connection());
         for (const std::uint32_t key : {keyCode3, keyCode4, keyCode5})
-            keys->registerHotKey(key, modifierCommand + modifierShift, {0, key});
+            keys->registerHotKey({key, modifierCommand + modifierShift, {0, key}, {}, 0});
         state.PauseTiming();
         keys.reset();
         state.ResumeTiming();

@@ -17,22 +17,31 @@ QCoro::Task<> ShortcutManager::registerHotKeys() {
     if (eventHandler || !references.empty())
         co_return;
     failed.clear();
-    const HotKeyStatus installed =
+    const HotKeyHandlerInstallation installed =
         services().hotKeys.installHandler([this](HotKeyID id) { return handle(id); });
-    if (installed != hotKeyNoError) {
+    if (installed.status != hotKeyNoError) {
         for (const HotKey& hotKey : hotKeys())
-            failed.emplace_back(hotKey, installed);
+            failed.emplace_back(hotKey, installed.status);
         co_return;
     }
-    eventHandler = true;
-    for (const HotKey& hotKey : hotKeys()) {
-        const Result<HotKeyRegistration> answer = co_await services().hotKeys.registerHotKey(
-            hotKey.keyCode, hotKeyModifiers, {hotKeySignature, hotKey.id});
+    eventHandler = installed.reference;
+    // All are asked for before the first is awaited: a desktop that asks the user asks once.
+    std::vector<Outcome<HotKeyRegistration>> answers;
+    for (const HotKey& hotKey : hotKeys())
+        answers.push_back(services().hotKeys.registerHotKey({hotKey.keyCode,
+                                                             hotKeyModifiers,
+                                                             {hotKeySignature, hotKey.id},
+                                                             hotKey.purpose,
+                                                             installed.reference}));
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        const Result<HotKeyRegistration> answer = co_await answers[i];
         const HotKeyRegistration registration = answer.value_or(HotKeyRegistration{hotKeyNotHandled, 0});
-        if (registration.status == hotKeyNoError && registration.reference != 0)
+        if (registration.reference != 0 && eventHandler != installed.reference)
+            services().hotKeys.unregisterHotKey(registration.reference); // unregistered meanwhile
+        else if (registration.status == hotKeyNoError && registration.reference != 0)
             references.push_back(registration.reference);
         else
-            failed.emplace_back(hotKey, registration.status);
+            failed.emplace_back(hotKeys()[i], registration.status);
     }
 }
 
@@ -68,8 +77,8 @@ void ShortcutManager::unregister() {
         services().hotKeys.unregisterHotKey(reference);
     references.clear();
     if (eventHandler) {
-        services().hotKeys.removeHandler();
-        eventHandler = false;
+        services().hotKeys.removeHandler(*eventHandler);
+        eventHandler.reset();
     }
 }
 

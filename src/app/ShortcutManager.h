@@ -7,6 +7,7 @@
 
 #include <QCoro/QCoroTask>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,7 @@ public:
     std::function<void(const HotKey&)> onHotKey;
 
     const std::vector<platform::HotKeyRef>& hotKeyRefs() const { return references; }
-    bool hasEventHandler() const { return eventHandler; }
+    bool hasEventHandler() const { return eventHandler.has_value(); }
     // Combinations that couldn't be registered, with why.
     const std::vector<std::pair<HotKey, platform::HotKeyStatus>>& failures() const { return failed; }
 
@@ -41,7 +42,7 @@ private:
 
     capture::ScreenCaptureManager& captureManager;
     std::vector<platform::HotKeyRef> references;
-    bool eventHandler = false;
+    std::optional<platform::HotKeyHandlerRef> eventHandler;
     std::vector<std::pair<HotKey, platform::HotKeyStatus>> failed;
 };
 

@@ -28,8 +28,24 @@ struct HotKeyID {
     friend bool operator==(const HotKeyID&, const HotKeyID&) = default;
 };
 
-// Opaque, never 0 when it stands for a registered combination.
+// Opaque, never 0 when they stand for something.
 using HotKeyRef = std::uint64_t;
+using HotKeyHandlerRef = std::uint64_t;
+
+struct HotKeyHandlerInstallation {
+    HotKeyStatus status = hotKeyNoError; // or why no press will ever come
+    HotKeyHandlerRef reference = 0;
+};
+
+struct HotKeyRequest {
+    std::uint32_t keyCode = 0;
+    std::uint32_t modifiers = 0;
+    HotKeyID id;
+    // What the combination does, in the user's words, for desktops that list their keys or ask about them.
+    QString description;
+    // The handler that is asked first, whoever installs another one later; 0 for none in particular.
+    HotKeyHandlerRef handler = 0;
+};
 
 struct HotKeyRegistration {
     HotKeyStatus status = hotKeyNoError;
@@ -38,16 +54,20 @@ struct HotKeyRegistration {
 
 class HotKeyService {
 public:
-    // Returns hotKeyNotHandled to pass the press on.
+    // Returns hotKeyNotHandled to pass the press on. May remove itself.
     using Handler = std::function<HotKeyStatus(HotKeyID)>;
 
     virtual ~HotKeyService() = default;
-    // One handler at a time. The status is 0, or why no press will ever come.
-    virtual HotKeyStatus installHandler(Handler handler) = 0;
-    virtual void removeHandler() = 0;
-    virtual Outcome<HotKeyRegistration> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                       HotKeyID id) = 0;
+    // Any number of handlers; each stays until it is removed.
+    virtual HotKeyHandlerInstallation installHandler(Handler handler) = 0;
+    virtual void removeHandler(HotKeyHandlerRef reference) = 0;
+    // A desktop may ask the user once for all combinations: ask for those that belong together before
+    // awaiting any of them.
+    virtual Outcome<HotKeyRegistration> registerHotKey(const HotKeyRequest& request) = 0;
+    // An unknown reference does nothing.
     virtual void unregisterHotKey(HotKeyRef reference) = 0;
+    // Hands this id to the handlers as a press of it would be, without any key; returns what they answered.
+    virtual HotKeyStatus postEvent(HotKeyID id) = 0;
     // This desktop's own words for where its keyboard settings are, as in "Settings > Keyboard".
     virtual QString settingsPlace() const = 0;
 };

@@ -1,6 +1,7 @@
 #include "app/ShortcutManager.h"
 
 #include "capture/ScreenCaptureManager.h"
+#include "platform/Services.h"
 #include "platform/fake/FakeDesktop.h"
 #include "support/Input.h"
 
@@ -183,4 +184,59 @@ TEST_F(ShortcutManagerTest, successWithoutAReferenceIsAFailureWithStatusZero) {
     ASSERT_EQ(shortcuts.failures().size(), 1u);
     EXPECT_EQ(shortcuts.failures()[0].first.id, 2u);
     EXPECT_EQ(shortcuts.failures()[0].second, 0);
+}
+
+TEST_F(ShortcutManagerTest, allAreAskedForBeforeTheFirstIsAnsweredEachWithWhatItDoes) {
+    desktop.hotKeys.holdRegistrations = true;
+    bool done = false;
+    shortcuts.registerHotKeys().then([&] { done = true; });
+    EXPECT_EQ(desktop.hotKeys.waitingRegistrations(), 3);
+    EXPECT_FALSE(done);
+    desktop.hotKeys.releaseRegistrations();
+    ASSERT_TRUE(waitUntil([&] { return done; }));
+    QStringList descriptions;
+    for (const auto& [reference, held] : desktop.hotKeys.held)
+        descriptions << held.description;
+    EXPECT_EQ(descriptions, QStringList({QStringLiteral("fullscreen capture"), QStringLiteral("area capture"),
+                                         QStringLiteral("window capture")}));
+}
+
+TEST_F(ShortcutManagerTest, aCombinationThatIsGrantedAfterUnregisterIsGivenBack) {
+    desktop.hotKeys.holdRegistrations = true;
+    bool done = false;
+    shortcuts.registerHotKeys().then([&] { done = true; });
+    shortcuts.unregister();
+    desktop.hotKeys.releaseRegistrations();
+    ASSERT_TRUE(waitUntil([&] { return done; }));
+    EXPECT_TRUE(desktop.hotKeys.held.empty());
+    EXPECT_TRUE(shortcuts.hotKeyRefs().empty());
+    EXPECT_TRUE(shortcuts.failures().empty());
+}
+
+TEST_F(ShortcutManagerTest, aSecondManagerDoesNotTakeTheFirstOnesPresses) {
+    registerAll();
+    int first = 0;
+    shortcuts.onHotKey = [&](const HotKey&) { ++first; };
+    desktop.hotKeys.taken = {keyCode3, keyCode4, keyCode5};
+    ShortcutManager second{captures};
+    int seconds = 0;
+    second.onHotKey = [&](const HotKey&) { ++seconds; };
+    bool done = false;
+    second.registerHotKeys().then([&] { done = true; });
+    ASSERT_TRUE(waitUntil([&] { return done; }));
+    EXPECT_EQ(second.failures().size(), 3u);
+    EXPECT_EQ(desktop.hotKeys.press({hotKeySignature, 2}), hotKeyNoError);
+    second.unregister();
+    EXPECT_EQ(desktop.hotKeys.press({hotKeySignature, 2}), hotKeyNoError);
+    EXPECT_EQ(first, 2);
+    EXPECT_EQ(seconds, 0);
+}
+
+TEST_F(ShortcutManagerTest, aPostedEventReachesAManagerThatHoldsNoCombination) {
+    desktop.hotKeys.taken = {keyCode3, keyCode4, keyCode5};
+    registerAll();
+    QStringList names;
+    shortcuts.onHotKey = [&](const HotKey& hotKey) { names << hotKey.displayName; };
+    EXPECT_EQ(services().hotKeys.postEvent({hotKeySignature, 2}), hotKeyNoError);
+    EXPECT_EQ(names, QStringList{QStringLiteral("Cmd+Shift+4")});
 }

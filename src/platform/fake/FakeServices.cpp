@@ -33,26 +33,47 @@ void FakeScreens::remove(std::uint32_t id) {
     std::erase_if(shown, [id](const Screen& screen) { return screen.displayID == id; });
 }
 
-HotKeyStatus FakeHotKeys::installHandler(Handler wanted) {
-    if (installStatus == hotKeyNoError)
-        handler = std::move(wanted);
-    return installStatus;
+HotKeyHandlerInstallation FakeHotKeys::installHandler(Handler handler) {
+    if (installStatus != hotKeyNoError)
+        return {installStatus, 0};
+    ++installedHandlers;
+    return {hotKeyNoError, handlers.add(std::move(handler))};
 }
 
-Outcome<HotKeyRegistration> FakeHotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                        HotKeyID id) {
+void FakeHotKeys::removeHandler(HotKeyHandlerRef reference) {
+    --installedHandlers;
+    handlers.remove(reference);
+}
+
+Outcome<HotKeyRegistration> FakeHotKeys::registerHotKey(const HotKeyRequest& request) {
+    if (!holdRegistrations)
+        return settled<HotKeyRegistration>(answer(request));
+    auto [settler, outcome] = makeOutcome<HotKeyRegistration>();
+    waiting.push_back({request, settler});
+    return outcome;
+}
+
+HotKeyRegistration FakeHotKeys::answer(const HotKeyRequest& request) {
     ++registrations;
-    if (taken.contains(keyCode))
-        return settled<HotKeyRegistration>(HotKeyRegistration{hotKeyExists, 0});
-    if (withoutReference.contains(keyCode))
-        return settled<HotKeyRegistration>(HotKeyRegistration{hotKeyNoError, 0});
+    if (taken.contains(request.keyCode))
+        return {hotKeyExists, 0};
+    if (withoutReference.contains(request.keyCode))
+        return {hotKeyNoError, 0};
     const HotKeyRef reference = static_cast<HotKeyRef>(registrations);
-    held[reference] = {keyCode, modifiers, id};
-    return settled<HotKeyRegistration>(HotKeyRegistration{hotKeyNoError, reference});
+    held[reference] = {request.keyCode, request.modifiers, request.id, request.description, request.handler};
+    return {hotKeyNoError, reference};
 }
 
-HotKeyStatus FakeHotKeys::press(HotKeyID id) {
-    return handler ? handler(id) : hotKeyNotHandled;
+void FakeHotKeys::releaseRegistrations() {
+    for (const Waiting& each : std::exchange(waiting, {}))
+        each.settler.settle(answer(each.request));
+}
+
+HotKeyStatus FakeHotKeys::postEvent(HotKeyID id) {
+    for (const auto& [reference, key] : held)
+        if (key.id == id)
+            return handlers.deliver(id, key.handler);
+    return handlers.deliver(id, 0);
 }
 
 void FakePasteboard::clearContents() {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
-#include "platform/HotKeyService.h"
+#include "platform/HotKeyHandlers.h"
 #include "platform/Pasteboard.h"
 #include "platform/ScreenAccess.h"
 #include "platform/Screens.h"
@@ -40,6 +40,8 @@ public:
         std::uint32_t keyCode;
         std::uint32_t modifiers;
         platform::HotKeyID id;
+        QString description;
+        platform::HotKeyHandlerRef handler;
     };
     platform::HotKeyStatus installStatus = platform::hotKeyNoError;
     // Key codes that another program holds.
@@ -48,17 +50,32 @@ public:
     std::set<std::uint32_t> withoutReference;
     std::map<platform::HotKeyRef, Held> held;
     int registrations = 0;
-    Handler handler;
+    int installedHandlers = 0;
 
-    platform::HotKeyStatus installHandler(Handler handler) override;
-    void removeHandler() override { handler = nullptr; }
-    Outcome<platform::HotKeyRegistration> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                         platform::HotKeyID id) override;
+    platform::HotKeyHandlerInstallation installHandler(Handler handler) override;
+    void removeHandler(platform::HotKeyHandlerRef reference) override;
+    Outcome<platform::HotKeyRegistration> registerHotKey(const platform::HotKeyRequest& request) override;
     void unregisterHotKey(platform::HotKeyRef reference) override { held.erase(reference); }
+    platform::HotKeyStatus postEvent(platform::HotKeyID id) override;
     QString settingsPlace() const override { return QStringLiteral("Settings > Keyboard"); }
 
     // Plays a press; the status is the handler's.
-    platform::HotKeyStatus press(platform::HotKeyID id);
+    platform::HotKeyStatus press(platform::HotKeyID id) { return postEvent(id); }
+
+    // When set, no registration answers before the user has answered the one dialog for all of them.
+    bool holdRegistrations = false;
+    void releaseRegistrations();
+    int waitingRegistrations() const { return static_cast<int>(waiting.size()); }
+
+private:
+    platform::HotKeyRegistration answer(const platform::HotKeyRequest& request);
+
+    struct Waiting {
+        platform::HotKeyRequest request;
+        Settler<platform::HotKeyRegistration> settler;
+    };
+    std::vector<Waiting> waiting;
+    platform::HotKeyHandlers handlers;
 };
 
 class FakePasteboard : public platform::Pasteboard {

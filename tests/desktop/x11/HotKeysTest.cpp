@@ -25,11 +25,11 @@ constexpr std::uint8_t keyOf5 = 14;
 constexpr std::uint8_t shiftKey = 50;
 constexpr std::uint8_t superKey = 133;
 
-HotKeyRegistration registered(X11HotKeys& keys, std::uint32_t keyCode, std::uint32_t id) {
+HotKeyRegistration registered(X11HotKeys& keys, std::uint32_t keyCode, std::uint32_t id,
+                              HotKeyHandlerRef handler = 0) {
     std::optional<HotKeyRegistration> answer;
-    keys.registerHotKey(keyCode, superShift, {0x4B56454C, id}).then([&](Result<HotKeyRegistration> r) {
-        answer = r.value();
-    });
+    keys.registerHotKey({keyCode, superShift, {0x4B56454C, id}, {}, handler})
+        .then([&](Result<HotKeyRegistration> r) { answer = r.value(); });
     while (!answer)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return *answer;
@@ -41,10 +41,11 @@ protected:
         qt = *Connection::adoptQt();
         rival = *Connection::open();
         keys = std::make_unique<X11HotKeys>(*qt);
-        keys->installHandler([this](HotKeyID id) {
-            pressed.push_back(id.id);
-            return hotKeyNoError;
-        });
+        handler = keys->installHandler([this](HotKeyID id) {
+                          pressed.push_back(id.id);
+                          return hotKeyNoError;
+                      })
+                      .reference;
     }
     void TearDown() override {
         keys.reset();
@@ -83,6 +84,7 @@ protected:
     std::unique_ptr<Connection> qt;
     std::unique_ptr<Connection> rival;
     std::unique_ptr<X11HotKeys> keys;
+    HotKeyHandlerRef handler = 0;
     std::vector<std::uint32_t> pressed;
 };
 
@@ -225,7 +227,7 @@ TEST_F(HotKeys, AreFreeForOthersAfterwards) {
 TEST_F(HotKeys, WithoutAHandlerDoNothing) {
     registered(*keys, keyCode3, 1);
     registered(*keys, keyCode4, 2);
-    keys->removeHandler();
+    keys->removeHandler(handler);
     chord(keyOf3);
     bool seen = false;
     // The press has been through when a later one of ours was handled.
@@ -241,4 +243,22 @@ TEST_F(HotKeys, WithoutAHandlerDoNothing) {
 
 TEST_F(HotKeys, RefuseAKeyThatTheyDontKnow) {
     EXPECT_NE(registered(*keys, 99, 1).status, hotKeyNoError);
+}
+
+TEST_F(HotKeys, GoToTheHandlerThatTheyWereRegisteredFor) {
+    registered(*keys, keyCode3, 1, handler);
+    registered(*keys, keyCode4, 2);
+    std::vector<std::uint32_t> others;
+    keys->installHandler([&](HotKeyID id) {
+        others.push_back(id.id);
+        return hotKeyNoError;
+    });
+    chord(keyOf3);
+    chord(keyOf4);
+    while (others.empty())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_THAT(pressed, ElementsAre(1));
+    EXPECT_THAT(others, ElementsAre(2));
+    EXPECT_EQ(keys->postEvent({0x4B56454C, 1}), hotKeyNoError);
+    EXPECT_THAT(pressed, ElementsAre(1, 1));
 }

@@ -54,22 +54,26 @@ X11HotKeys::~X11HotKeys() {
     connection.flush();
 }
 
-HotKeyStatus X11HotKeys::installHandler(Handler newHandler) {
-    handler = std::move(newHandler);
-    return hotKeyNoError;
+HotKeyHandlerInstallation X11HotKeys::installHandler(Handler handler) {
+    return {hotKeyNoError, handlers.add(std::move(handler))};
 }
 
-void X11HotKeys::removeHandler() {
-    handler = nullptr;
+void X11HotKeys::removeHandler(HotKeyHandlerRef reference) {
+    handlers.remove(reference);
 }
 
-Outcome<HotKeyRegistration> X11HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                       HotKeyID id) {
+HotKeyStatus X11HotKeys::postEvent(HotKeyID id) {
+    const auto at =
+        std::find_if(hotKeys.begin(), hotKeys.end(), [id](const HotKey& key) { return key.id == id; });
+    return handlers.deliver(id, at == hotKeys.end() ? 0 : at->handler);
+}
+
+Outcome<HotKeyRegistration> X11HotKeys::registerHotKey(const HotKeyRequest& request) {
     const auto answer = [](HotKeyStatus status, HotKeyRef reference = 0) {
         return settled<HotKeyRegistration>(HotKeyRegistration{status, reference});
     };
-    const Combination combination{keyCode, modifiers};
-    if (keyName(keyCode).empty())
+    const Combination combination{request.keyCode, request.modifiers};
+    if (keyName(request.keyCode).empty())
         return answer(noSuchKey);
     // The server lets one client grab a key twice.
     for (const HotKey& key : hotKeys) {
@@ -79,7 +83,7 @@ Outcome<HotKeyRegistration> X11HotKeys::registerHotKey(std::uint32_t keyCode, st
     auto grabs = grab(combination);
     if (!grabs)
         return answer(hotKeyExists);
-    hotKeys.push_back({++lastReference, combination, id, std::move(grabs), 0});
+    hotKeys.push_back({++lastReference, combination, request.id, request.handler, std::move(grabs), 0});
     return answer(hotKeyNoError, lastReference);
 }
 
@@ -161,10 +165,8 @@ bool X11HotKeys::pressed(const xcb_key_press_event_t& event) {
     // A held key comes as release and press of the same millisecond.
     if (event.time == at->releasedAt)
         return true;
-    if (!handler)
-        return false;
-    const Handler calling = handler; // it may remove itself
-    return calling(at->id) == hotKeyNoError;
+    // A press that nobody wants goes on to Qt.
+    return handlers.deliver(at->id, at->handler) == hotKeyNoError;
 }
 
 // Whatever window it goes to: an overlay that took the keyboard meanwhile gets the release.

@@ -3,7 +3,7 @@
 // X11's limit. Main thread; owned by X11Backend.
 #pragma once
 
-#include "platform/HotKeyService.h"
+#include "platform/HotKeyHandlers.h"
 #include "platform/x11/input/KeyboardMap.h"
 #include "platform/x11/server/Connection.h"
 
@@ -21,11 +21,11 @@ public:
     explicit X11HotKeys(Connection& connection);
     ~X11HotKeys() override;
 
-    platform::HotKeyStatus installHandler(Handler handler) override;
-    void removeHandler() override;
-    Outcome<platform::HotKeyRegistration> registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                         platform::HotKeyID id) override;
+    platform::HotKeyHandlerInstallation installHandler(Handler handler) override;
+    void removeHandler(platform::HotKeyHandlerRef reference) override;
+    Outcome<platform::HotKeyRegistration> registerHotKey(const platform::HotKeyRequest& request) override;
     void unregisterHotKey(platform::HotKeyRef reference) override;
+    platform::HotKeyStatus postEvent(platform::HotKeyID id) override;
     QString settingsPlace() const override;
 
 private:
@@ -44,6 +44,7 @@ private:
         platform::HotKeyRef reference = 0;
         Combination combination;
         platform::HotKeyID id;
+        platform::HotKeyHandlerRef handler = 0;
         std::optional<Grabs> grabs;
         std::uint32_t releasedAt = 0;
     };
@@ -58,7 +59,7 @@ private:
 
     Connection& connection;
     KeyboardMap keyboard;
-    Handler handler;
+    platform::HotKeyHandlers handlers;
     std::vector<HotKey> hotKeys;
     platform::HotKeyRef lastReference = 0;
     bool lookPosted = false;
