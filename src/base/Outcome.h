@@ -5,16 +5,17 @@
 //     view.onComplete = [settler](QRectF rect) { settler.settle(rect); };
 //     Result<QRectF> rect = co_await outcome;
 //
-// Settling is thread-safe and only the first one counts. The awaiting coroutine resumes on the main thread,
-// from the event loop (never from inside settle()). When the last Settler goes without settling, the outcome
-// is Error::Kind::Dropped, so a flow never hangs on a sender that died. One coroutine may await an outcome.
+// Settling is thread-safe and only the first one counts. The flow that awaits it (base/Flow.h) resumes on the
+// main thread, from the event loop (never from inside settle()). When the last Settler goes without settling,
+// the outcome is Error::Kind::Dropped, so a flow never hangs on a sender that died. One flow may await an
+// outcome.
 #pragma once
 
 #include "base/Invariant.h"
 #include "base/MainThread.h"
 #include "base/Result.h"
 
-#include <coroutine>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -23,6 +24,9 @@
 namespace marrowfin {
 
 namespace detail {
+
+template <class T>
+class OutcomeAwaiter; // base/Flow.h
 
 template <class T>
 struct OutcomeState {
@@ -59,6 +63,12 @@ struct OutcomeState {
         }
         postToMain(std::move(block));
     }
+    // Whoever waits has gone; another may wait in its place.
+    void forgetWaiter() {
+        std::function<void()> forgotten;
+        const std::lock_guard hold(lock);
+        forgotten = std::exchange(waiter, nullptr);
+    }
     Result<T> take() {
         const std::lock_guard hold(lock);
         MARROWFIN_INVARIANT(result.has_value());
@@ -94,24 +104,21 @@ public:
     explicit Outcome(std::shared_ptr<detail::OutcomeState<T>> state) : state(std::move(state)) {}
 
     bool isSettled() const { return state->isSettled(); }
-    // For callers that aren't coroutines: the block gets the result on the main thread, from the event loop.
+    // For callers that aren't flows: the block gets the result on the main thread, from the event loop. It
+    // doesn't run when the context, an object of the main thread, has gone by then.
+    void then(const QObject* context, std::function<void(Result<T>)> block) const {
+        state->whenSettled([state = state, guard = QPointer(context), block = std::move(block)] {
+            if (guard)
+                block(state->take());
+        });
+    }
+    // For a block that owns all it touches.
     void then(std::function<void(Result<T>)> block) const {
         state->whenSettled([state = state, block = std::move(block)] { block(state->take()); });
     }
 
-    auto operator co_await() const noexcept {
-        struct Awaiter {
-            std::shared_ptr<detail::OutcomeState<T>> state;
-            bool await_ready() const { return isMainThread() && state->isSettled(); }
-            void await_suspend(std::coroutine_handle<> caller) const {
-                state->whenSettled([caller] { caller.resume(); });
-            }
-            Result<T> await_resume() const { return state->take(); }
-        };
-        return Awaiter{state};
-    }
-
 private:
+    friend class detail::OutcomeAwaiter<T>;
     std::shared_ptr<detail::OutcomeState<T>> state;
 };
 

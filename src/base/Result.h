@@ -12,6 +12,7 @@ struct Error {
         Failed,      // it was tried and did not work
         Unavailable, // this desktop can't do it; the message is a sentence for the user
         Dropped,     // whoever should have answered went away
+        Cancelled,   // a change of mind, or nothing to choose from: it ends without a word
     };
     Kind kind = Kind::Failed;
     QString message;
@@ -27,6 +28,9 @@ inline tl::unexpected<Error> failure(QString message, Error::Kind kind = Error::
 }
 inline tl::unexpected<Error> unavailable(QString sentence) {
     return failure(std::move(sentence), Error::Kind::Unavailable);
+}
+inline tl::unexpected<Error> cancelled() {
+    return failure(QStringLiteral("cancelled"), Error::Kind::Cancelled);
 }
 
 } // namespace marrowfin

@@ -1,9 +1,9 @@
 #include "base/Outcome.h"
 
+#include "base/Flow.h"
 #include "support/EventLoop.h"
 
 #include <QCoreApplication>
-#include <QCoroTask>
 #include <gtest/gtest.h>
 #include <thread>
 #include <vector>
@@ -16,11 +16,12 @@ namespace {
 struct Story {
     std::vector<QString> lines;
     QEventLoop loop;
+    FlowScope flows;
 
     void tell(const QString& line) { lines.push_back(line); }
 };
 
-QCoro::Task<> awaitAndTell(Outcome<int> outcome, Story* story) {
+Flow<> awaitAndTell(Outcome<int> outcome, Story* story) {
     const Result<int> result = co_await outcome;
     story->tell(result ? QString::number(*result) : result.error().message);
     if (!isMainThread())
@@ -41,14 +42,14 @@ TEST(Outcome, mayBeSettledBeforeAnyoneAwaits) {
 
 TEST(Outcome, aSettledOneLetsACoroutineGoOnAtOnce) {
     Story story;
-    awaitAndTell(settled<int>(3), &story);
+    story.flows.start(awaitAndTell(settled<int>(3), &story));
     EXPECT_EQ(story.lines, std::vector<QString>{"3"});
 }
 
 TEST(Outcome, neverResumesFromInsideSettle) {
     Story story;
     auto [settler, outcome] = makeOutcome<int>();
-    awaitAndTell(outcome, &story);
+    story.flows.start(awaitAndTell(outcome, &story));
     settler.settle(5);
     story.tell("settle has returned");
     story.loop.exec();
@@ -76,7 +77,7 @@ TEST(Outcome, settlesFromAnotherThreadAndResumesOnTheMainOne) {
         Story story;
         auto [settler, outcome] = makeOutcome<int>();
         std::thread other([settler = settler, i] { settler.settle(i); });
-        awaitAndTell(outcome, &story);
+        story.flows.start(awaitAndTell(outcome, &story));
         if (story.lines.empty())
             story.loop.exec();
         other.join();
@@ -118,7 +119,7 @@ TEST(Outcome, aWaitingCoroutineGoesOnWhenItsSenderDies) {
     Story story;
     {
         auto [settler, outcome] = makeOutcome<int>();
-        awaitAndTell(outcome, &story);
+        story.flows.start(awaitAndTell(outcome, &story));
     }
     story.loop.exec();
     EXPECT_EQ(story.lines, std::vector<QString>{"dropped"});
@@ -140,6 +141,22 @@ TEST(Outcome, aBlockLetsGoOfWhatItHolds) {
     settler.settle(1);
     QCoreApplication::processEvents();
     EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(Outcome, aBlockDoesNotRunWhenItsContextHasGone) {
+    auto [settler, outcome] = makeOutcome<int>();
+    auto [lateSettler, late] = makeOutcome<int>();
+    auto context = std::make_unique<QObject>();
+    int ran = 0;
+    outcome.then(context.get(), [&](const Result<int>&) { ++ran; });
+    late.then(context.get(), [&](const Result<int>&) { ++ran; });
+    settler.settle(1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ran, 1) << "while it is there";
+    lateSettler.settle(1); // posted, and not yet delivered
+    context.reset();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(ran, 1);
 }
 
 TEST(Outcome, twoWaitersAreABrokenInvariant) {
