@@ -29,8 +29,11 @@ using namespace settings;
 AppDelegate::AppDelegate() = default;
 AppDelegate::~AppDelegate() = default;
 
-QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
-    const QPointer<AppDelegate> self = this;
+void AppDelegate::applicationDidFinishLaunching() {
+    flows.start(launch());
+}
+
+Flow<> AppDelegate::launch() {
     statusItem = services().statusBar.makeItem();
     MARROWFIN_INVARIANT(statusItem != nullptr);
     manager = std::make_unique<ScreenCaptureManager>();
@@ -40,8 +43,6 @@ QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
     co_await shortcuts->registerHotKeys();
     // While the alert is up the free hot keys work; what they capture waits here for the subscription below.
     co_await shortcuts->reportFailures();
-    if (!self)
-        co_return;
     // The answer is tested for real before each capture.
     services().screenAccess.request();
     manager->observeCapturedImage(this, [this](const std::optional<Image>& image) { receive(image); });
@@ -64,11 +65,10 @@ void AppDelegate::receive(const std::optional<Image>& image) {
         return;
     waiting.push_back(*image);
     if (!draining)
-        drainCaptures();
+        flows.start(drainCaptures());
 }
 
-QCoro::Task<> AppDelegate::drainCaptures() {
-    const QPointer<AppDelegate> self = this;
+Flow<> AppDelegate::drainCaptures() {
     draining = true;
     while (!waiting.empty()) {
         const Image image = waiting.front();
@@ -76,18 +76,14 @@ QCoro::Task<> AppDelegate::drainCaptures() {
         // One encoding serves the history file, the clipboard and drag-out; it began when the frame arrived,
         // and the history's own queue waits for it: what keeps the main thread busy doesn't delay the file.
         co_await CaptureHistory::shared().saveAsync(image);
-        if (!self)
-            co_return;
         co_await routeCapture(image);
-        if (!self)
-            co_return;
         Q_EMIT captureRouted();
     }
     draining = false;
     giveFreeMemoryBackWhenCalm();
 }
 
-QCoro::Task<> AppDelegate::routeCapture(Image image) {
+Flow<> AppDelegate::routeCapture(Image image) {
     services().pasteboard.clearContents();
     const Result<void> written = co_await services().pasteboard.writeImage(image);
     // A desktop that went away ends the program, and says so itself.
@@ -98,7 +94,10 @@ QCoro::Task<> AppDelegate::routeCapture(Image image) {
         co_return;
     if (action == PostCaptureAction::saveToFile)
         co_await saveCaptureToFile(image);
-    CapturePanelController::shared().present(image, [](const Image& saved) { saveCaptureToFile(saved); });
+    CapturePanelController::shared().present(image, [self = QPointer(this)](const Image& saved) {
+        if (self)
+            self->flows.start(saveCaptureToFile(saved));
+    });
 }
 
 void AppDelegate::applicationWillTerminate() {

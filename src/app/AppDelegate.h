@@ -3,9 +3,9 @@
 #pragma once
 
 #include "app/StatusBarController.h"
+#include "base/Flow.h"
 #include "imaging/Image.h"
 
-#include <QCoro/QCoroTask>
 #include <QObject>
 #include <deque>
 #include <memory>
@@ -26,11 +26,11 @@ public:
 
     // Called once the main loop runs. The steps behind the hot-key alert wait for its answer; everything
     // before them works already.
-    QCoro::Task<> applicationDidFinishLaunching();
+    void applicationDidFinishLaunching();
     void applicationWillTerminate();
 
     // Clipboard first, then what the settings say. One capture at a time.
-    QCoro::Task<> routeCapture(imaging::Image image);
+    Flow<> routeCapture(imaging::Image image);
 
     capture::ScreenCaptureManager* captureManager() const { return manager.get(); }
     StatusBarController* statusBarController() const { return controller.get(); }
@@ -43,9 +43,10 @@ Q_SIGNALS:
     void captureRouted();
 
 private:
+    Flow<> launch();
     void makeStatusItem();
     void receive(const std::optional<imaging::Image>& image);
-    QCoro::Task<> drainCaptures();
+    Flow<> drainCaptures();
 
     std::unique_ptr<platform::StatusItem> statusItem;
     std::unique_ptr<capture::ScreenCaptureManager> manager;
@@ -53,6 +54,7 @@ private:
     std::unique_ptr<ShortcutManager> shortcuts;
     std::deque<imaging::Image> waiting; // captures on their way to history and routing
     bool draining = false;
+    FlowScope flows;
 };
 
 } // namespace marrowfin::app

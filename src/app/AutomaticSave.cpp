@@ -59,7 +59,7 @@ QString automaticSaveName(const QDateTime& time, const QString& extension) {
     return QStringLiteral("Marrowfin %1.%2").arg(stamp, extension);
 }
 
-QCoro::Task<> saveCaptureToFile(Image image) {
+Flow<> saveCaptureToFile(Image image) {
     const std::optional<QString> pictures = platform::services().folders.pictures();
     if (!pictures)
         co_return;

@@ -2,9 +2,9 @@
 // the settings. Called on the main thread; encoding and writing happen on a queue of their own.
 #pragma once
 
+#include "base/Flow.h"
 #include "imaging/Image.h"
 
-#include <QCoro/QCoroTask>
 #include <QDateTime>
 #include <QString>
 
@@ -16,6 +16,6 @@ QString automaticSaveName(const QDateTime& time, const QString& extension);
 // Beeps when the folder can't be made or the image can't be encoded; silent when there is no Pictures folder
 // or the file can't be written. Two saves within a second share a name, and the later one replaces the
 // earlier.
-QCoro::Task<> saveCaptureToFile(imaging::Image image);
+Flow<> saveCaptureToFile(imaging::Image image);
 
 } // namespace marrowfin::app

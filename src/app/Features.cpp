@@ -18,7 +18,7 @@ class AbsentRecorder : public RecorderFeature {
 public:
     RecorderState state() const override { return RecorderState::idle; }
     QString formattedDuration() const override { return {}; }
-    QCoro::Task<> toggle() override {
+    Flow<> toggle() override {
         sayAbsent(QStringLiteral("Screen recording"));
         co_return;
     }
@@ -26,7 +26,7 @@ public:
 
 class AbsentScrolling : public ScrollingFeature {
 public:
-    QCoro::Task<std::optional<Image>> run() override {
+    Flow<std::optional<Image>> run() override {
         sayAbsent(QStringLiteral("Scrolling capture"));
         co_return std::nullopt;
     }
@@ -34,7 +34,7 @@ public:
 
 class AbsentTextCapture : public TextCaptureFeature {
 public:
-    QCoro::Task<> start() override {
+    Flow<> start() override {
         sayAbsent(QStringLiteral("Text capture"));
         co_return;
     }

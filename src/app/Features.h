@@ -2,9 +2,9 @@
 // absent ones: it says so in one line on standard output and does nothing else. Main thread.
 #pragma once
 
+#include "base/Flow.h"
 #include "imaging/Image.h"
 
-#include <QCoro/QCoroTask>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -19,19 +19,19 @@ public:
     virtual RecorderState state() const = 0;
     // "00:12", while recording.
     virtual QString formattedDuration() const = 0;
-    virtual QCoro::Task<> toggle() = 0;
+    virtual Flow<> toggle() = 0;
 };
 
 class ScrollingFeature {
 public:
     virtual ~ScrollingFeature() = default;
-    virtual QCoro::Task<std::optional<imaging::Image>> run() = 0;
+    virtual Flow<std::optional<imaging::Image>> run() = 0;
 };
 
 class TextCaptureFeature {
 public:
     virtual ~TextCaptureFeature() = default;
-    virtual QCoro::Task<> start() = 0;
+    virtual Flow<> start() = 0;
 };
 
 class WindowFeature {

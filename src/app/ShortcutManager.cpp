@@ -13,7 +13,7 @@ using namespace platform;
 
 ShortcutManager::ShortcutManager(ScreenCaptureManager& manager) : captureManager(manager) {}
 
-QCoro::Task<> ShortcutManager::registerHotKeys() {
+Flow<> ShortcutManager::registerHotKeys() {
     if (eventHandler || !references.empty())
         co_return;
     failed.clear();
@@ -45,7 +45,7 @@ QCoro::Task<> ShortcutManager::registerHotKeys() {
     }
 }
 
-QCoro::Task<> ShortcutManager::reportFailures() {
+Flow<> ShortcutManager::reportFailures() {
     if (failed.empty())
         co_return;
     QStringList lines;

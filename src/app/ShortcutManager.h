@@ -3,9 +3,9 @@
 #pragma once
 
 #include "app/HotKey.h"
+#include "base/Flow.h"
 #include "platform/HotKeyService.h"
 
-#include <QCoro/QCoroTask>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -22,9 +22,9 @@ public:
     explicit ShortcutManager(capture::ScreenCaptureManager& captureManager);
 
     // A second call without unregister() does nothing. ("register" alone is a reserved word.)
-    QCoro::Task<> registerHotKeys();
+    Flow<> registerHotKeys();
     // One alert for all combinations that could not be had; returns when it was answered.
-    QCoro::Task<> reportFailures();
+    Flow<> reportFailures();
     void unregister();
     // Runs the action of the row with this id; an unknown id does nothing.
     void dispatch(std::uint32_t id);

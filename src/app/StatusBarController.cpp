@@ -65,31 +65,44 @@ void StatusBarController::popUp(std::unique_ptr<QMenu> menu, Place place) {
         shown->popup(QCursor::pos());
 }
 
-QCoro::Task<> StatusBarController::captureArea() {
+Flow<> StatusBarController::permitted(Outcome<void> (ScreenCaptureManager::*operation)()) {
     const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
     if (granted)
-        co_await captureManager.captureArea();
+        co_await (captureManager.*operation)();
 }
 
-QCoro::Task<> StatusBarController::capturePreviousArea() {
-    const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
-    if (granted)
-        co_await captureManager.capturePreviousArea();
+Outcome<void> StatusBarController::captureArea() {
+    return flows.start(permitted(&ScreenCaptureManager::captureArea));
+}
+Outcome<void> StatusBarController::capturePreviousArea() {
+    return flows.start(permitted(&ScreenCaptureManager::capturePreviousArea));
+}
+Outcome<void> StatusBarController::captureFullscreen() {
+    return flows.start(permitted(&ScreenCaptureManager::captureFullscreen));
+}
+Outcome<void> StatusBarController::captureWindow() {
+    return flows.start(permitted(&ScreenCaptureManager::captureWindow));
+}
+Outcome<void> StatusBarController::scrollingCapture() {
+    return flows.start(scroll());
+}
+Outcome<void> StatusBarController::selfTimerAction(int seconds) {
+    return flows.start(countDownAndCapture(seconds));
+}
+Outcome<void> StatusBarController::captureText() {
+    return flows.start(has.textCapture->start());
+}
+Outcome<void> StatusBarController::openFromClipboard() {
+    return flows.start(openImageFromClipboard());
+}
+Outcome<void> StatusBarController::pinToScreen() {
+    return flows.start(pinImageFromClipboard());
+}
+Outcome<void> StatusBarController::recordScreen() {
+    return has.recorder ? flows.start(has.recorder->toggle()) : settled<void>({});
 }
 
-QCoro::Task<> StatusBarController::captureFullscreen() {
-    const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
-    if (granted)
-        co_await captureManager.captureFullscreen();
-}
-
-QCoro::Task<> StatusBarController::captureWindow() {
-    const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
-    if (granted)
-        co_await captureManager.captureWindow();
-}
-
-QCoro::Task<> StatusBarController::scrollingCapture() {
+Flow<> StatusBarController::scroll() {
     const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
     if (!granted)
         co_return;
@@ -99,7 +112,7 @@ QCoro::Task<> StatusBarController::scrollingCapture() {
         captureManager.setCapturedImage(*stitched);
 }
 
-QCoro::Task<> StatusBarController::selfTimerAction(int seconds) {
+Flow<> StatusBarController::countDownAndCapture(int seconds) {
     const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
     if (!granted)
         co_return;
@@ -108,11 +121,7 @@ QCoro::Task<> StatusBarController::selfTimerAction(int seconds) {
     co_await captureManager.captureArea();
 }
 
-QCoro::Task<> StatusBarController::captureText() {
-    co_await has.textCapture->start();
-}
-
-QCoro::Task<> StatusBarController::openFromClipboard() {
+Flow<> StatusBarController::openImageFromClipboard() {
     const Result<std::optional<Image>> image = co_await platform::services().pasteboard.readImage();
     if (!image || !*image)
         co_return;
@@ -120,15 +129,10 @@ QCoro::Task<> StatusBarController::openFromClipboard() {
     editorWindows.back()->showWindow();
 }
 
-QCoro::Task<> StatusBarController::pinToScreen() {
+Flow<> StatusBarController::pinImageFromClipboard() {
     const Result<std::optional<Image>> image = co_await platform::services().pasteboard.readImage();
     if (image && *image)
         has.pins->open(**image);
-}
-
-QCoro::Task<> StatusBarController::recordScreen() {
-    if (has.recorder)
-        co_await has.recorder->toggle();
 }
 
 void StatusBarController::showHistory() {

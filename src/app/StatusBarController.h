@@ -4,9 +4,9 @@
 
 #include "app/CaptureMenu.h"
 #include "app/Features.h"
+#include "base/Flow.h"
 #include "platform/StatusItem.h"
 
-#include <QCoro/QCoroTask>
 #include <QMenu>
 #include <QPointer>
 #include <memory>
@@ -30,16 +30,17 @@ public:
 
     void showMenu();
     void captureAllInOne();
-    QCoro::Task<> captureArea();
-    QCoro::Task<> capturePreviousArea();
-    QCoro::Task<> captureFullscreen();
-    QCoro::Task<> captureWindow();
-    QCoro::Task<> scrollingCapture();
-    QCoro::Task<> selfTimerAction(int seconds);
-    QCoro::Task<> captureText();
-    QCoro::Task<> openFromClipboard();
-    QCoro::Task<> pinToScreen();
-    QCoro::Task<> recordScreen();
+    // What they answer tells only when it is over.
+    Outcome<void> captureArea();
+    Outcome<void> capturePreviousArea();
+    Outcome<void> captureFullscreen();
+    Outcome<void> captureWindow();
+    Outcome<void> scrollingCapture();
+    Outcome<void> selfTimerAction(int seconds);
+    Outcome<void> captureText();
+    Outcome<void> openFromClipboard();
+    Outcome<void> pinToScreen();
+    Outcome<void> recordScreen();
     void showHistory();
     void openSettings();
     void checkForUpdates();
@@ -47,6 +48,11 @@ public:
 
 private:
     MenuActions actions();
+    Flow<> permitted(Outcome<void> (capture::ScreenCaptureManager::*operation)());
+    Flow<> scroll();
+    Flow<> countDownAndCapture(int seconds);
+    Flow<> openImageFromClipboard();
+    Flow<> pinImageFromClipboard();
     enum class Place { AtItem, AtPointer };
     void popUp(std::unique_ptr<QMenu> menu, Place place);
 
@@ -56,6 +62,7 @@ private:
     // Opened from the clipboard; an entry stays when its window closes.
     std::vector<std::shared_ptr<editor::EditorWindowController>> editorWindows;
     QPointer<QMenu> openMenu;
+    FlowScope flows;
 };
 
 } // namespace marrowfin::app

@@ -12,7 +12,7 @@ AreaSelectionOverlay::~AreaSelectionOverlay() {
     cancel();
 }
 
-QCoro::Task<std::optional<DesktopRect>> AreaSelectionOverlay::selectArea() {
+Flow<std::optional<DesktopRect>> AreaSelectionOverlay::selectArea() {
     // Where the dim stands over a still of the screen, the menu that asked for it mustn't be in the still.
     co_await services().surfaceHost.transientsGone();
     const std::optional<Screen> screen = services().screens.mainScreen();

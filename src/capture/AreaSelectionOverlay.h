@@ -3,10 +3,9 @@
 #pragma once
 
 #include "base/Coordinates.h"
-#include "base/Outcome.h"
+#include "base/Flow.h"
 #include "capture/OverlayWindow.h"
 
-#include <QCoro/QCoroTask>
 #include <memory>
 #include <optional>
 
@@ -20,7 +19,7 @@ public:
     ~AreaSelectionOverlay();
 
     // Nothing when the user cancelled or there is no main screen.
-    QCoro::Task<std::optional<DesktopRect>> selectArea();
+    Flow<std::optional<DesktopRect>> selectArea();
     // Takes the overlay off the screen.
     void cancel();
 

@@ -34,13 +34,10 @@ void OverlayWindow::orderFront() {
 void OverlayWindow::retire(std::unique_ptr<OverlayWindow> window) {
     // From here on the window has no owner but this wait: it takes no more input and goes with its last
     // pixel.
-    const QPointer<OverlayWindow> leaving = window.release();
+    OverlayWindow* const leaving = window.release();
     leaving->disconnect();
     leaving->setEnabled(false);
-    leaving->surface->retire().then([leaving](const Result<void>&) {
-        if (leaving)
-            leaving->deleteLater();
-    });
+    leaving->surface->retire().then(leaving, [leaving](const Result<void>&) { leaving->deleteLater(); });
 }
 
 DesktopRect OverlayWindow::convertRectToScreen(const QRectF& rect) const {

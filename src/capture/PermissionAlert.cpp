@@ -7,7 +7,7 @@
 
 namespace marrowfin::capture {
 
-QCoro::Task<> showPermissionAlert() {
+Flow<> showPermissionAlert() {
     chrome::AlertSpec alert;
     alert.messageText = QStringLiteral("Screen Recording Permission Required");
     alert.informativeText = QStringLiteral(

@@ -32,54 +32,70 @@ void ScreenCaptureManager::observeCapturedImage(QObject* receiver,
     connect(this, &ScreenCaptureManager::capturedImageChanged, receiver, [this, deliver] { deliver(image); });
 }
 
-QCoro::Task<> ScreenCaptureManager::captureArea() {
+Outcome<void> ScreenCaptureManager::captureArea() {
+    return flows.start(publish(areaCapture(), QStringLiteral("Capture failed: ")));
+}
+
+Outcome<void> ScreenCaptureManager::capturePreviousArea() {
+    if (!previous)
+        return captureArea();
+    return flows.start(publish(previousAreaCapture(), QStringLiteral("Previous area capture failed: ")));
+}
+
+Outcome<void> ScreenCaptureManager::captureFullscreen() {
+    return flows.start(publish(fullscreenCapture(), QStringLiteral("Fullscreen capture failed: ")));
+}
+
+Outcome<void> ScreenCaptureManager::captureWindow() {
+    return flows.start(publish(windowCapture(), QStringLiteral("Window capture failed: ")));
+}
+
+Flow<> ScreenCaptureManager::publish(Flow<Result<Image>> capture, QString failurePrefix) {
+    const Result<Image> result = co_await std::move(capture);
+    if (result)
+        setCapturedImage(*result);
+    else if (result.error().kind != Error::Kind::Cancelled)
+        printLine(failurePrefix + result.error().message);
+}
+
+Flow<Result<Image>> ScreenCaptureManager::areaCapture() {
     AreaSelectionOverlay overlay;
     const std::optional<DesktopRect> rect = co_await overlay.selectArea();
     overlay.cancel();
     if (!rect || isEmpty(rect->rect))
-        co_return;
+        co_return cancelled();
     // Before the capture: one that fails still leaves the rectangle to be repeated.
     previous = rect;
-    const Result<Image> result = co_await captureRect(*rect, std::nullopt);
-    publish(result, QStringLiteral("Capture failed: "));
+    co_return co_await captureRect(*rect, std::nullopt);
 }
 
-QCoro::Task<> ScreenCaptureManager::capturePreviousArea() {
-    if (!previous) {
-        co_await captureArea();
-        co_return;
-    }
-    const Result<Image> result = co_await captureRect(*previous, std::nullopt);
-    publish(result, QStringLiteral("Previous area capture failed: "));
+Flow<Result<Image>> ScreenCaptureManager::previousAreaCapture() {
+    if (!previous)
+        co_return co_await areaCapture();
+    co_return co_await captureRect(*previous, std::nullopt);
 }
 
-QCoro::Task<> ScreenCaptureManager::captureFullscreen() {
-    const QString prefix = QStringLiteral("Fullscreen capture failed: ");
+Flow<Result<Image>> ScreenCaptureManager::fullscreenCapture() {
     const Result<ShareableContent> content = co_await services().screenSource.content();
-    if (!content) {
-        publish(tl::unexpected(content.error()), prefix);
-        co_return;
-    }
+    if (!content)
+        co_return tl::unexpected(content.error());
     if (content->displays.empty())
-        co_return;
+        co_return cancelled();
     const Display display = content->displays.front();
     const DesktopRect rect = toDesktop(display.frame, services().screens.primaryHeight());
-    const Result<Image> result = co_await captureRect(rect, display);
-    publish(result, prefix);
+    co_return co_await captureRect(rect, display);
 }
 
-QCoro::Task<> ScreenCaptureManager::captureWindow() {
+Flow<Result<Image>> ScreenCaptureManager::windowCapture() {
     WindowSelector selector;
     const std::optional<std::uint32_t> windowID = co_await selector.selectWindow();
     selector.cancel();
     if (!windowID)
-        co_return;
-    const Result<Image> result = co_await captureWindowWithID(*windowID);
-    publish(result, QStringLiteral("Window capture failed: "));
+        co_return cancelled();
+    co_return co_await captureWindowWithID(*windowID);
 }
 
-QCoro::Task<Result<Image>> ScreenCaptureManager::captureRect(DesktopRect rect,
-                                                             std::optional<Display> display) {
+Flow<Result<Image>> ScreenCaptureManager::captureRect(DesktopRect rect, std::optional<Display> display) {
     // The barrier runs while the content is fetched: no surface of ours on its way out may be in the frame.
     const Outcome<void> gone = services().surfaceHost.transientsGone();
     const Result<ShareableContent> content = co_await services().screenSource.content();
@@ -94,7 +110,7 @@ QCoro::Task<Result<Image>> ScreenCaptureManager::captureRect(DesktopRect rect,
     co_return co_await engine->capture(DisplayFilter{chosen->displayID}, rectConfiguration(flipped, *chosen));
 }
 
-QCoro::Task<Result<Image>> ScreenCaptureManager::captureWindowWithID(std::uint32_t windowID) {
+Flow<Result<Image>> ScreenCaptureManager::captureWindowWithID(std::uint32_t windowID) {
     const Outcome<void> gone = services().surfaceHost.transientsGone();
     const Result<ShareableContent> content = co_await services().screenSource.content();
     if (!content)
@@ -112,19 +128,12 @@ QCoro::Task<Result<Image>> ScreenCaptureManager::captureWindowWithID(std::uint32
     co_return failure(CaptureError::streamStartFailed);
 }
 
-QCoro::Task<bool> ScreenCaptureManager::screenPermissionGranted() {
+Flow<bool> ScreenCaptureManager::screenPermissionGranted() {
     const Result<ShareableContent> content = co_await services().screenSource.content();
     if (content)
         co_return true;
     co_await showPermissionAlert();
     co_return false;
-}
-
-void ScreenCaptureManager::publish(const Result<Image>& result, const QString& failurePrefix) {
-    if (result)
-        setCapturedImage(*result);
-    else
-        printLine(failurePrefix + result.error().message);
 }
 
 } // namespace marrowfin::capture

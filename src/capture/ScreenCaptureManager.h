@@ -1,13 +1,12 @@
 // Turns a capture command into one image: the four flows, the way from a selection to pixels, and the
-// publication of the result. Lives as long as the process; main thread. Flows never fail to their caller:
-// they print one line.
+// publication of the result. Owns the flows that it starts; main thread.
 #pragma once
 
 #include "base/Coordinates.h"
+#include "base/Flow.h"
 #include "imaging/Image.h"
 #include "platform/ScreenSource.h"
 
-#include <QCoro/QCoroTask>
 #include <QObject>
 #include <functional>
 #include <optional>
@@ -31,27 +30,37 @@ public:
     // The last accepted area selection; memory only.
     const std::optional<DesktopRect>& previousRect() const { return previous; }
 
-    QCoro::Task<> captureArea();
-    QCoro::Task<> capturePreviousArea();
-    QCoro::Task<> captureFullscreen();
-    QCoro::Task<> captureWindow();
+    // Publish the image, or print one line; a change of mind is silent. What they answer tells only when that
+    // has happened.
+    Outcome<void> captureArea();
+    Outcome<void> capturePreviousArea();
+    Outcome<void> captureFullscreen();
+    Outcome<void> captureWindow();
+
+    // The same captures for who wants the image itself, or why there is none: Cancelled when nothing was
+    // chosen or there was nothing to choose from. They publish and print nothing.
+    Flow<Result<imaging::Image>> areaCapture();
+    Flow<Result<imaging::Image>> previousAreaCapture();
+    Flow<Result<imaging::Image>> fullscreenCapture();
+    Flow<Result<imaging::Image>> windowCapture();
 
     // The display is chosen by the rectangle when none is given.
-    static QCoro::Task<Result<imaging::Image>> captureRect(DesktopRect rect,
-                                                           std::optional<platform::Display> display);
-    static QCoro::Task<Result<imaging::Image>> captureWindowWithID(std::uint32_t windowID);
+    static Flow<Result<imaging::Image>> captureRect(DesktopRect rect,
+                                                    std::optional<platform::Display> display);
+    static Flow<Result<imaging::Image>> captureWindowWithID(std::uint32_t windowID);
 
     // Asked before each command from the menu; shows the alert when capturing isn't permitted.
-    static QCoro::Task<bool> screenPermissionGranted();
+    static Flow<bool> screenPermissionGranted();
 
 Q_SIGNALS:
     void capturedImageChanged();
 
 private:
-    void publish(const Result<imaging::Image>& result, const QString& failurePrefix);
+    Flow<> publish(Flow<Result<imaging::Image>> capture, QString failurePrefix);
 
     std::optional<imaging::Image> image;
     std::optional<DesktopRect> previous;
+    FlowScope flows;
 };
 
 } // namespace marrowfin::capture

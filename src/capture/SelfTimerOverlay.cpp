@@ -25,7 +25,7 @@ Outcome<void> SelfTimerOverlay::secondPassed() {
     return outcome;
 }
 
-QCoro::Task<> SelfTimerOverlay::run(int seconds) {
+Flow<> SelfTimerOverlay::run(int seconds) {
     co_await services().surfaceHost.transientsGone();
     const std::optional<Screen> screen = services().screens.mainScreen();
     if (!screen)

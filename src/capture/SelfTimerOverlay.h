@@ -2,10 +2,10 @@
 // one countdown. Main thread.
 #pragma once
 
+#include "base/Flow.h"
 #include "capture/OverlayWindow.h"
 #include "chrome/Delay.h"
 
-#include <QCoro/QCoroTask>
 #include <memory>
 
 namespace marrowfin::capture {
@@ -16,7 +16,7 @@ public:
     ~SelfTimerOverlay();
 
     // Returns when the countdown is over; at once without a main screen.
-    QCoro::Task<> run(int seconds);
+    Flow<> run(int seconds);
 
 private:
     Outcome<void> secondPassed();

@@ -39,12 +39,12 @@ QRectF candidateFrame(const WindowCandidate& candidate, const Screen& screen, do
             bounds.height()};
 }
 
-WindowSelector::WindowSelector() : life(std::make_shared<WindowSelector*>(this)) {}
+WindowSelector::WindowSelector() = default;
 WindowSelector::~WindowSelector() {
     cancel();
 }
 
-QCoro::Task<std::optional<std::uint32_t>> WindowSelector::selectWindow() {
+Flow<std::optional<std::uint32_t>> WindowSelector::selectWindow() {
     co_await services().surfaceHost.transientsGone();
     const std::optional<Screen> screen = services().screens.mainScreen();
     if (!screen)
@@ -68,11 +68,10 @@ void WindowSelector::show(const Screen& screen) {
     QObject::connect(window.get(), &OverlayWindow::closed, window.get(), [this] { finish(std::nullopt); });
     // The list is asked for first, so that the overlay's own window is up while it is being made; the
     // rectangles come when it is there. A listing that fails leaves an overlay from which Escape leads out.
-    services().screenSource.content().then([selector = std::weak_ptr(life),
-                                            screen](const Result<ShareableContent>& content) {
-        if (const auto alive = selector.lock(); alive && content)
-            (*alive)->showCandidates(windowCandidates(content->windows, QCoreApplication::applicationPid()),
-                                     screen);
+    services().screenSource.content().then(&listening, [this,
+                                                        screen](const Result<ShareableContent>& content) {
+        if (content)
+            showCandidates(windowCandidates(content->windows, QCoreApplication::applicationPid()), screen);
     });
     window->orderFront();
     keys->setFocus();

@@ -2,11 +2,10 @@
 // selectWindow(), call cancel(), use the number. Main thread.
 #pragma once
 
-#include "base/Outcome.h"
+#include "base/Flow.h"
 #include "capture/OverlayWindow.h"
 #include "platform/ScreenSource.h"
 
-#include <QCoro/QCoroTask>
 #include <QPointer>
 #include <memory>
 #include <optional>
@@ -35,7 +34,7 @@ public:
     ~WindowSelector();
 
     // Nothing when the user cancelled or there is no main screen.
-    QCoro::Task<std::optional<std::uint32_t>> selectWindow();
+    Flow<std::optional<std::uint32_t>> selectWindow();
     // Takes the overlay off the screen.
     void cancel();
 
@@ -47,8 +46,7 @@ private:
     std::unique_ptr<OverlayWindow> window;
     std::vector<QPointer<WindowHighlightView>> windowViews; // children of the window, front to back
     std::optional<Settler<std::optional<std::uint32_t>>> continuation;
-    // Held weakly by the listing, which may answer when the selector is gone.
-    std::shared_ptr<WindowSelector*> life;
+    QObject listening; // the list of windows may answer when the selector is gone
 };
 
 } // namespace marrowfin::capture

@@ -211,7 +211,7 @@ namespace {
 class PlayedScrolling : public ScrollingFeature {
 public:
     explicit PlayedScrolling(std::optional<Image> image) : result(std::move(image)) {}
-    QCoro::Task<std::optional<Image>> run() override { co_return result; }
+    Flow<std::optional<Image>> run() override { co_return result; }
 
 private:
     std::optional<Image> result;
@@ -222,7 +222,7 @@ public:
     explicit CountingRecorder(int& toggled) : count(toggled) {}
     RecorderState state() const override { return RecorderState::idle; }
     QString formattedDuration() const override { return {}; }
-    QCoro::Task<> toggle() override {
+    Flow<> toggle() override {
         ++count;
         co_return;
     }
@@ -261,9 +261,8 @@ TEST_F(PlayedFeatures, whatAScrollingCaptureYieldsTakesTheRoadOfAnyCapture) {
 TEST_F(PlayedFeatures, aScrollingCaptureThatYieldsNothingPublishesNothing) {
     Features features;
     features.scrolling = std::make_unique<PlayedScrolling>(std::nullopt);
-    bool ended = false;
-    controllerWith(std::move(features)).scrollingCapture().then([&] { ended = true; });
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    const Outcome<void> ended = controllerWith(std::move(features)).scrollingCapture();
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_FALSE(manager.capturedImage().has_value());
 }
 

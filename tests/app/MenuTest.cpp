@@ -19,7 +19,7 @@ public:
     RecorderState now = RecorderState::idle;
     RecorderState state() const override { return now; }
     QString formattedDuration() const override { return QStringLiteral("01:23"); }
-    QCoro::Task<> toggle() override { co_return; }
+    Flow<> toggle() override { co_return; }
 };
 
 // Titles as a person reads them: headers in brackets, separators as a dash, the key column behind a bar.

@@ -29,6 +29,7 @@ protected:
     QStringList saves() const {
         return QDir(picturesFolder()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
+    FlowScope flows;
     static std::size_t cards() { return CapturePanelController::shared().panels().size(); }
 };
 
@@ -109,9 +110,8 @@ TEST_F(RoutingTest, theStampIsGMTWhateverTheTimeZone) {
 
 TEST_F(RoutingTest, withoutAPicturesFolderASaveIsSilent) {
     desktop.folders.hasPictures = false;
-    bool done = false;
-    saveCaptureToFile(picture()).then([&] { done = true; });
-    ASSERT_TRUE(waitUntil([&] { return done; }));
+    const Outcome<void> done = flows.start(saveCaptureToFile(picture()));
+    ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 0);
 }
 
@@ -127,9 +127,8 @@ TEST_F(RoutingTest, aFolderThatCantBeMadeBeepsAndTheCaptureGoesOn) {
 }
 
 TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
-    bool done = false;
-    saveCaptureToFile(Image()).then([&] { done = true; });
-    ASSERT_TRUE(waitUntil([&] { return done; }));
+    const Outcome<void> done = flows.start(saveCaptureToFile(Image()));
+    ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 1);
     EXPECT_TRUE(saves().isEmpty());
 }
@@ -137,9 +136,8 @@ TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
 TEST_F(RoutingTest, aFileThatCantBeWrittenIsSilent) {
     // A folder stands under the file's name.
     ASSERT_TRUE(QDir().mkpath(picturesFolder() + QStringLiteral("/Marrowfin 2026-11-15T20.16.03.png")));
-    bool done = false;
-    saveCaptureToFile(picture()).then([&] { done = true; });
-    ASSERT_TRUE(waitUntil([&] { return done; }));
+    const Outcome<void> done = flows.start(saveCaptureToFile(picture()));
+    ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 0);
     EXPECT_TRUE(saves().isEmpty()) << "nothing half-written either";
 }

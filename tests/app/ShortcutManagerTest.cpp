@@ -25,17 +25,20 @@ protected:
     ShortcutManager shortcuts{captures};
 
     void registerAll() {
-        bool done = false;
-        shortcuts.registerHotKeys().then([&] { done = true; });
-        ASSERT_TRUE(waitUntil([&] { return done; }));
+        const Outcome<void> done = flows.start(shortcuts.registerHotKeys());
+        ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     }
     // The alert of reportFailures(), once it is up.
     QMessageBox* alert() {
-        shortcuts.reportFailures().then([this] { reported = true; });
+        flows.start(shortcuts.reportFailures()).then(&listening, [this](const Result<void>&) {
+            reported = true;
+        });
         EXPECT_TRUE(waitUntil([] { return onlyTopLevel<QMessageBox>() != nullptr; }));
         return onlyTopLevel<QMessageBox>();
     }
     bool reported = false;
+    FlowScope flows;
+    QObject listening; // ends with the test
 };
 
 } // namespace
@@ -110,8 +113,7 @@ TEST_F(ShortcutManagerTest, withOneTakenTheOtherTwoWorkAndTheAlertNamesOnlyTheOn
 
 TEST_F(ShortcutManagerTest, withoutFailuresThereIsNoAlert) {
     registerAll();
-    shortcuts.reportFailures().then([this] { reported = true; });
-    EXPECT_TRUE(reported);
+    EXPECT_TRUE(flows.start(shortcuts.reportFailures()).isSettled());
     EXPECT_EQ(onlyTopLevel<QMessageBox>(), nullptr);
 }
 

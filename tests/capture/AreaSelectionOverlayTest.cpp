@@ -34,20 +34,16 @@ class AreaSelectionOverlayTest : public testing::Test {
 protected:
     FakeDesktop desktop;
     AreaSelectionOverlay overlay;
-    // Shared with the flows: one that is still waiting is dropped, and resumed, when its test has gone.
-    struct Answers {
-        std::optional<Selected> result;
-        int results = 0;
-    };
-    const std::shared_ptr<Answers> answers = std::make_shared<Answers>();
-    std::optional<Selected>& result = answers->result;
-    int& results = answers->results;
+    FlowScope flows;
+    QObject listening; // ends with the test
+    std::optional<Selected> result;
+    int results = 0;
 
     void begin(const QRectF& screen = {0, 0, 800, 600}) {
         desktop.addScreen(1, screen);
-        overlay.selectArea().then([answers = answers](const Selected& rect) {
-            ++answers->results;
-            answers->result = rect;
+        flows.start(overlay.selectArea()).then(&listening, [this](const Result<Selected>& rect) {
+            ++results;
+            result = rect.value();
         });
     }
     SelectionView& view() { return *onlyChildOfTopLevels<SelectionView>(); }
@@ -71,7 +67,7 @@ TEST_F(AreaSelectionOverlayTest, aDragInAnyDirectionGivesTheSameRectangle) {
             desktop.addScreen(1, {0, 0, 800, 600});
         AreaSelectionOverlay each;
         std::optional<Selected> got;
-        each.selectArea().then([&](const Selected& rect) { got = rect; });
+        flows.start(each.selectArea()).then([&](const Result<Selected>& rect) { got = rect.value(); });
         dragMouse(view(), drag[0], drag[1]);
         ASSERT_TRUE(waitUntil([&] { return got.has_value(); }));
         each.cancel();
@@ -153,7 +149,9 @@ TEST_F(AreaSelectionOverlayTest, aDragIsClampedToItsScreen) {
 }
 
 TEST_F(AreaSelectionOverlayTest, withoutAMainScreenTheResultIsEmptyAndNoWindowComesUp) {
-    overlay.selectArea().then([answers = answers](const Selected& rect) { answers->result = rect; });
+    flows.start(overlay.selectArea()).then(&listening, [this](const Result<Selected>& rect) {
+        result = rect.value();
+    });
     EXPECT_FALSE(selected().has_value());
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
 }

@@ -26,13 +26,11 @@ class ScreenCaptureManagerTest : public testing::Test {
 protected:
     FakeDesktop desktop;
     ScreenCaptureManager manager;
+    FlowScope flows;
 
-    // Runs a flow to its end.
-    template <class Flow>
-    bool run(Flow flow) {
-        bool ended = false;
-        flow.then([&] { ended = true; });
-        return waitUntil([&] { return ended; });
+    // Waits for a capture to be over.
+    bool run(const Outcome<void>& capture) {
+        return waitUntil([&] { return capture.isSettled(); });
     }
     SelectionView* selection() { return onlyChildOfTopLevels<SelectionView>(); }
     const FakeStream& stream() { return *desktop.screenSource.streams.back(); }
@@ -47,10 +45,9 @@ protected:
 
 TEST_F(ScreenCaptureManagerTest, areaCaptureAsksForTheSelectedRegionFromTheTop) {
     desktop.addScreen(1, {0, 0, 1440, 900}, 2);
-    bool ended = false;
-    manager.captureArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureArea();
     drag({100, 50}, {500, 350});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_EQ(stream().configuration.sourceRect, QRectF(100, 50, 400, 300));
     EXPECT_EQ(stream().configuration.width, 800);
     EXPECT_EQ(stream().configuration.height, 600);
@@ -62,8 +59,7 @@ TEST_F(ScreenCaptureManagerTest, areaCaptureAsksForTheSelectedRegionFromTheTop) 
 TEST_F(ScreenCaptureManagerTest, theOverlayIsGoneBeforeAnythingIsGrabbed) {
     desktop.addScreen(1, {0, 0, 800, 600});
     desktop.surfaceHost.holdBarriers = false;
-    bool ended = false;
-    manager.captureArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureArea();
     ASSERT_TRUE(waitUntil([&] { return selection() != nullptr; }));
     desktop.surfaceHost.holdBarriers = true;
     drag({10, 10}, {60, 60});
@@ -73,18 +69,17 @@ TEST_F(ScreenCaptureManagerTest, theOverlayIsGoneBeforeAnythingIsGrabbed) {
     QApplication::processEvents();
     EXPECT_TRUE(desktop.screenSource.streams.empty());
     desktop.surfaceHost.releaseBarriers();
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_EQ(desktop.screenSource.streams.size(), 1u);
 }
 
 TEST_F(ScreenCaptureManagerTest, aCancelledSelectionChangesNothing) {
     desktop.addScreen(1, {0, 0, 800, 600});
     CapturedOutput output;
-    bool ended = false;
-    manager.captureArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureArea();
     ASSERT_TRUE(waitUntil([&] { return selection() != nullptr; }));
     pressKey(*selection(), Qt::Key_Escape);
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_FALSE(manager.previousRect().has_value());
     EXPECT_FALSE(manager.capturedImage().has_value());
     EXPECT_TRUE(desktop.screenSource.streams.empty());
@@ -93,13 +88,12 @@ TEST_F(ScreenCaptureManagerTest, aCancelledSelectionChangesNothing) {
 
 TEST_F(ScreenCaptureManagerTest, aCancelledSelectionKeepsThePreviousRectangle) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    int ended = 0;
-    manager.captureArea().then([&] { ++ended; });
+    const Outcome<void> first = manager.captureArea();
     drag({10, 10}, {60, 60});
-    ASSERT_TRUE(waitUntil([&] { return ended == 1 && selection() == nullptr; }));
-    manager.captureArea().then([&] { ++ended; });
+    ASSERT_TRUE(waitUntil([&] { return first.isSettled() && selection() == nullptr; }));
+    const Outcome<void> second = manager.captureArea();
     drag({100, 100}, {103, 300});
-    ASSERT_TRUE(waitUntil([&] { return ended == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return second.isSettled(); }));
     EXPECT_EQ(manager.previousRect()->rect, QRectF(10, 540, 50, 50));
     EXPECT_EQ(desktop.screenSource.streams.size(), 1u);
 }
@@ -112,10 +106,9 @@ TEST_F(ScreenCaptureManagerTest, aFailedCaptureKeepsTheNewRectangleAndTheOldImag
         made.startError = Error{Error::Kind::Failed, QStringLiteral("no such display")};
     };
     CapturedOutput output;
-    bool ended = false;
-    manager.captureArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureArea();
     drag({10, 10}, {60, 60});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_EQ(manager.previousRect()->rect, QRectF(10, 540, 50, 50));
     EXPECT_EQ(manager.capturedImage(), before);
     EXPECT_EQ(output.text(), QStringLiteral("Capture failed: no such display\n"));
@@ -123,19 +116,17 @@ TEST_F(ScreenCaptureManagerTest, aFailedCaptureKeepsTheNewRectangleAndTheOldImag
 
 TEST_F(ScreenCaptureManagerTest, previousAreaWithNothingStoredIsAnAreaCapture) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    bool ended = false;
-    manager.capturePreviousArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.capturePreviousArea();
     drag({10, 10}, {60, 60});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_TRUE(manager.capturedImage().has_value());
 }
 
 TEST_F(ScreenCaptureManagerTest, previousAreaRepeatsWithoutAnOverlay) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    bool ended = false;
-    manager.captureArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureArea();
     drag({10, 10}, {60, 60});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     const int hosted = desktop.surfaceHost.hostedCount;
     ASSERT_TRUE(run(manager.capturePreviousArea()));
     EXPECT_EQ(desktop.surfaceHost.hostedCount, hosted);
@@ -145,10 +136,9 @@ TEST_F(ScreenCaptureManagerTest, previousAreaRepeatsWithoutAnOverlay) {
 
 TEST_F(ScreenCaptureManagerTest, previousAreaNamesItselfWhenItFails) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    bool ended = false;
-    manager.captureArea().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureArea();
     drag({10, 10}, {60, 60});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     desktop.screenSource.contentError = Error{Error::Kind::Failed, QStringLiteral("not permitted")};
     CapturedOutput output;
     ASSERT_TRUE(run(manager.capturePreviousArea()));
@@ -181,9 +171,8 @@ TEST_F(ScreenCaptureManagerTest, fullscreenWhoseContentFetchFailsPrintsItsLine) 
 
 TEST_F(ScreenCaptureManagerTest, captureRectWithoutADisplayIsStreamStartFailed) {
     std::optional<Result<Image>> result;
-    ScreenCaptureManager::captureRect({{0, 0, 10, 10}}, std::nullopt).then([&](const Result<Image>& image) {
-        result = image;
-    });
+    flows.start(ScreenCaptureManager::captureRect({{0, 0, 10, 10}}, std::nullopt))
+        .then([&](const Result<Image>& image) { result = image; });
     ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
     EXPECT_EQ(result->error().message, QStringLiteral("streamStartFailed"));
 }
@@ -192,7 +181,7 @@ TEST_F(ScreenCaptureManagerTest, captureRectAcrossTwoDisplaysIsPassedOnAsItIs) {
     desktop.addScreen(1, {0, 0, 800, 600});
     desktop.addScreen(2, {800, 0, 800, 600});
     std::optional<Result<Image>> result;
-    ScreenCaptureManager::captureRect({{700, 100, 200, 100}}, std::nullopt)
+    flows.start(ScreenCaptureManager::captureRect({{700, 100, 200, 100}}, std::nullopt))
         .then([&](const Result<Image>& image) { result = image; });
     ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
     EXPECT_EQ(stream().configuration.sourceRect, QRectF(700, 400, 200, 100));
@@ -202,11 +191,10 @@ TEST_F(ScreenCaptureManagerTest, captureRectAcrossTwoDisplaysIsPassedOnAsItIs) {
 TEST_F(ScreenCaptureManagerTest, aWindowIsCapturedAtItsSizeTimesTheScale) {
     desktop.addScreen(1, {0, 0, 800, 600}, 2);
     desktop.screenSource.addWindow(77, 1, {100, 100, 320, 200});
-    bool ended = false;
-    manager.captureWindow().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureWindow();
     ASSERT_TRUE(waitUntil([&] { return onlyChildOfTopLevels<WindowHighlightView>() != nullptr; }));
     clickMouse(*onlyChildOfTopLevels<WindowHighlightView>(), {5, 5});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_EQ(manager.capturedImage()->size(), QSizeF(640, 400));
     EXPECT_EQ(std::get<WindowFilter>(stream().filter).windowID, 77u);
 }
@@ -215,12 +203,11 @@ TEST_F(ScreenCaptureManagerTest, aWindowThatClosedBetweenPickAndCapturePrintsIts
     desktop.addScreen(1, {0, 0, 800, 600});
     desktop.screenSource.addWindow(77, 1, {100, 100, 320, 200});
     CapturedOutput output;
-    bool ended = false;
-    manager.captureWindow().then([&] { ended = true; });
+    const Outcome<void> ended = manager.captureWindow();
     ASSERT_TRUE(waitUntil([&] { return onlyChildOfTopLevels<WindowHighlightView>() != nullptr; }));
     desktop.screenSource.shown.windows.clear();
     clickMouse(*onlyChildOfTopLevels<WindowHighlightView>(), {5, 5});
-    ASSERT_TRUE(waitUntil([&] { return ended; }));
+    ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_FALSE(manager.capturedImage().has_value());
     EXPECT_EQ(output.text(), QStringLiteral("Window capture failed: streamStartFailed\n"));
 }
@@ -231,10 +218,9 @@ TEST_F(ScreenCaptureManagerTest, twoFlowsAtOnceEachPublish) {
     QObject receiver;
     manager.observeCapturedImage(&receiver,
                                  [&](const std::optional<Image>& image) { published += image ? 1 : 0; });
-    int ended = 0;
-    manager.captureFullscreen().then([&] { ++ended; });
-    manager.captureFullscreen().then([&] { ++ended; });
-    ASSERT_TRUE(waitUntil([&] { return ended == 2 && published == 2; }));
+    const Outcome<void> first = manager.captureFullscreen();
+    const Outcome<void> second = manager.captureFullscreen();
+    ASSERT_TRUE(waitUntil([&] { return first.isSettled() && second.isSettled() && published == 2; }));
 }
 
 TEST_F(ScreenCaptureManagerTest, everySetIsPublishedAndALateObserverGetsTheCurrentValue) {
@@ -261,7 +247,9 @@ TEST_F(ScreenCaptureManagerTest, everySetIsPublishedAndALateObserverGetsTheCurre
 TEST_F(ScreenCaptureManagerTest, aPermissionAlertOpensTheSettingsOnItsFirstButton) {
     desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
     std::optional<bool> granted;
-    ScreenCaptureManager::screenPermissionGranted().then([&](bool answer) { granted = answer; });
+    flows.start(ScreenCaptureManager::screenPermissionGranted()).then([&](Result<bool> answer) {
+        granted = answer.value();
+    });
     ASSERT_TRUE(waitUntil([&] { return onlyTopLevel<QMessageBox>() != nullptr; }));
     auto* alert = onlyTopLevel<QMessageBox>();
     EXPECT_EQ(alert->text(), QStringLiteral("Screen Recording Permission Required"));
@@ -280,7 +268,9 @@ TEST_F(ScreenCaptureManagerTest, aPermissionAlertOpensTheSettingsOnItsFirstButto
 TEST_F(ScreenCaptureManagerTest, theAlertsCancelOpensNothing) {
     desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
     std::optional<bool> granted;
-    ScreenCaptureManager::screenPermissionGranted().then([&](bool answer) { granted = answer; });
+    flows.start(ScreenCaptureManager::screenPermissionGranted()).then([&](Result<bool> answer) {
+        granted = answer.value();
+    });
     ASSERT_TRUE(waitUntil([&] { return onlyTopLevel<QMessageBox>() != nullptr; }));
     buttonNamed(*onlyTopLevel<QMessageBox>(), QStringLiteral("Cancel"))->click();
     ASSERT_TRUE(waitUntil([&] { return granted.has_value(); }));
@@ -290,8 +280,44 @@ TEST_F(ScreenCaptureManagerTest, theAlertsCancelOpensNothing) {
 
 TEST_F(ScreenCaptureManagerTest, permissionIsGrantedInSilence) {
     std::optional<bool> granted;
-    ScreenCaptureManager::screenPermissionGranted().then([&](bool answer) { granted = answer; });
+    flows.start(ScreenCaptureManager::screenPermissionGranted()).then([&](Result<bool> answer) {
+        granted = answer.value();
+    });
     ASSERT_TRUE(waitUntil([&] { return granted.has_value(); }));
     EXPECT_TRUE(*granted);
     EXPECT_EQ(onlyTopLevel<QMessageBox>(), nullptr);
+}
+
+TEST_F(ScreenCaptureManagerTest, theInnerFormTellsAChangeOfMindFromAFailureAndPublishesNothing) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    CapturedOutput output;
+    const auto answerOf = [&](const Outcome<Image>& capture) {
+        std::optional<Result<Image>> answer;
+        capture.then([&](const Result<Image>& result) { answer = result; });
+        EXPECT_TRUE(waitUntil([&] { return answer.has_value(); }));
+        return *answer;
+    };
+    const Outcome<Image> escaped = flows.start(manager.areaCapture());
+    ASSERT_TRUE(waitUntil([&] { return selection() != nullptr; }));
+    pressKey(*selection(), Qt::Key_Escape);
+    EXPECT_EQ(answerOf(escaped).error().kind, Error::Kind::Cancelled);
+    EXPECT_EQ(answerOf(flows.start(manager.fullscreenCapture())).value().size(), QSizeF(800, 600));
+    desktop.screenSource.contentError = Error{Error::Kind::Failed, QStringLiteral("not permitted")};
+    EXPECT_EQ(answerOf(flows.start(manager.fullscreenCapture())).error().kind, Error::Kind::Failed);
+    EXPECT_FALSE(manager.capturedImage().has_value());
+    EXPECT_EQ(output.text(), QString());
+}
+
+TEST_F(ScreenCaptureManagerTest, aFlowEndsWithItsManagerAndTakesItsOverlayAlong) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    CapturedOutput output;
+    auto shortLived = std::make_unique<ScreenCaptureManager>();
+    const Outcome<void> area = shortLived->captureArea();
+    ASSERT_TRUE(waitUntil([&] { return selection() != nullptr; }));
+    const Outcome<void> fullscreen = shortLived->captureFullscreen();
+    shortLived.reset();
+    EXPECT_TRUE(area.isSettled());
+    EXPECT_TRUE(fullscreen.isSettled());
+    ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty() && selection() == nullptr; }));
+    EXPECT_EQ(output.text(), QString());
 }

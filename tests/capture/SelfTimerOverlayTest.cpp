@@ -30,14 +30,14 @@ protected:
 
     FakeDesktop desktop;
     SelfTimerOverlay overlay;
+    FlowScope flows;
 };
 
 } // namespace
 
 TEST_F(SelfTimerOverlayTest, countsDownEachDigitFadingForASecondAndReturnsWhenItIsOver) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    bool over = false;
-    overlay.run(3).then([&] { over = true; });
+    const Outcome<void> over = flows.start(overlay.run(3));
     for (const char* number : {"3", "2", "1"}) {
         ASSERT_NE(digit(), nullptr) << number;
         EXPECT_EQ(digit()->text(), QLatin1String(number));
@@ -48,16 +48,16 @@ TEST_F(SelfTimerOverlayTest, countsDownEachDigitFadingForASecondAndReturnsWhenIt
         EXPECT_NEAR(digit()->alpha(), 0.3, 1e-9);
         pass(0.17);
         EXPECT_EQ(digit()->text(), QLatin1String(number)) << "a whole second";
-        EXPECT_FALSE(over);
+        EXPECT_FALSE(over.isSettled());
         pass(0.02);
     }
-    EXPECT_TRUE(over);
+    EXPECT_TRUE(over.isSettled());
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
 }
 
 TEST_F(SelfTimerOverlayTest, theDigitIsSeenInWhiteOverTheDimOfTheWholeScreen) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    overlay.run(3);
+    flows.start(overlay.run(3));
     QWidget& window = *digit()->window();
     EXPECT_EQ(window.size(), QSize(800, 600));
     const auto shot = [&window] {
@@ -83,18 +83,17 @@ TEST_F(SelfTimerOverlayTest, theDigitIsSeenInWhiteOverTheDimOfTheWholeScreen) {
 
 TEST_F(SelfTimerOverlayTest, aScreenThatGoesMeanwhileDoesNotEndTheCount) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    bool over = false;
-    overlay.run(2).then([&] { over = true; });
+    const Outcome<void> over = flows.start(overlay.run(2));
     desktop.surfaceHost.surfaces.front()->takeAway();
     pass(1.01);
-    EXPECT_FALSE(over);
+    EXPECT_FALSE(over.isSettled());
     pass(1.01);
-    EXPECT_TRUE(over);
+    EXPECT_TRUE(over.isSettled());
 }
 
 TEST_F(SelfTimerOverlayTest, theOverlayTakesNoClickAndNoKeyboard) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    overlay.run(1);
+    flows.start(overlay.run(1));
     const fake::FakeSurface& surface = *desktop.surfaceHost.surfaces.front();
     EXPECT_TRUE(surface.traits.passesClicks);
     EXPECT_EQ(surface.traits.keyboard, platform::SurfaceKeyboard::None);
@@ -120,17 +119,15 @@ TEST_F(SelfTimerOverlayTest, aDigitIsCentredAlsoWhenItsWidthDiffersFromTheLast) 
 }
 
 TEST_F(SelfTimerOverlayTest, withoutAMainScreenItReturnsAtOnce) {
-    bool over = false;
-    overlay.run(10).then([&] { over = true; });
-    EXPECT_TRUE(over);
+    const Outcome<void> over = flows.start(overlay.run(10));
+    EXPECT_TRUE(over.isSettled());
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
 }
 
 TEST_F(SelfTimerOverlayTest, zeroSecondsShowsNoDigit) {
     desktop.addScreen(1, {0, 0, 800, 600});
-    bool over = false;
-    overlay.run(0).then([&] { over = true; });
-    EXPECT_TRUE(over);
+    const Outcome<void> over = flows.start(overlay.run(0));
+    EXPECT_TRUE(over.isSettled());
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 1);
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
 }

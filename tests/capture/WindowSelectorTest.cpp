@@ -23,16 +23,18 @@ class WindowSelectorTest : public testing::Test {
 protected:
     FakeDesktop desktop;
     WindowSelector selector;
-    // Shared with the flows: one that is still waiting is dropped, and resumed, when its test has gone.
-    const std::shared_ptr<std::optional<Picked>> answer = std::make_shared<std::optional<Picked>>();
-    std::optional<Picked>& result = *answer;
+    FlowScope flows;
+    QObject listening; // ends with the test
+    std::optional<Picked> result;
 
     void TearDown() override { Corrections::reset(); }
 
     void begin() {
         if (desktop.screens.shown.empty())
             desktop.addScreen(1, {0, 0, 800, 600});
-        selector.selectWindow().then([answer = answer](const Picked& id) { *answer = id; });
+        flows.start(selector.selectWindow()).then(&listening, [this](const Result<Picked>& id) {
+            result = id.value();
+        });
         ASSERT_TRUE(waitUntil([&] { return desktop.screenSource.contentRequests > 0; }));
         ASSERT_TRUE(waitUntil([&] {
             return views().size() ==
@@ -216,7 +218,9 @@ TEST_F(WindowSelectorTest, aWindowThatClosesWhileTheOverlayIsUpStillGivesItsNumb
 }
 
 TEST_F(WindowSelectorTest, withoutAMainScreenTheResultIsEmpty) {
-    selector.selectWindow().then([answer = answer](const Picked& id) { *answer = id; });
+    flows.start(selector.selectWindow()).then(&listening, [this](const Result<Picked>& id) {
+        result = id.value();
+    });
     EXPECT_FALSE(picked().has_value());
     EXPECT_EQ(desktop.surfaceHost.hostedCount, 0);
 }
@@ -224,7 +228,9 @@ TEST_F(WindowSelectorTest, withoutAMainScreenTheResultIsEmpty) {
 TEST_F(WindowSelectorTest, theOverlayIsUpBeforeTheRectanglesAre) {
     desktop.addScreen(1, {0, 0, 800, 600});
     desktop.screenSource.addWindow(1, 1, {100, 100, 300, 200});
-    selector.selectWindow().then([answer = answer](const Picked& id) { *answer = id; });
+    flows.start(selector.selectWindow()).then(&listening, [this](const Result<Picked>& id) {
+        result = id.value();
+    });
     EXPECT_TRUE(root().isVisible());
     EXPECT_TRUE(views().isEmpty());
     EXPECT_TRUE(waitUntil([&] { return views().size() == 1; }));
@@ -235,7 +241,8 @@ TEST_F(WindowSelectorTest, aListingThatAnswersAfterTheSelectorHasGoneHarmsNobody
     desktop.screenSource.addWindow(1, 1, {100, 100, 300, 200});
     {
         WindowSelector shortLived;
-        shortLived.selectWindow();
+        FlowScope listingOnly;
+        listingOnly.start(shortLived.selectWindow());
         shortLived.cancel();
     }
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
