@@ -6,7 +6,6 @@
 #include "platform/freedesktop/FreedesktopAppearance.h"
 #include "platform/freedesktop/FreedesktopFolders.h"
 #include "platform/freedesktop/FreedesktopOpener.h"
-#include "platform/freedesktop/FreedesktopPasteboard.h"
 #include "platform/freedesktop/FreedesktopStatusBar.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/server/Connection.h"
@@ -20,8 +19,8 @@ namespace marrowfin::session {
 struct Session::Parts {
     std::unique_ptr<x11::X11Backend> backend;
     std::unique_ptr<platform::SurfaceHost> surfaceHost;
-    freedesktop::FreedesktopPasteboard pasteboard;
-    freedesktop::FreedesktopStatusBar statusBar;
+    freedesktop::FreedesktopStatusBar statusBar{
+        [this](platform::TrayIcon::Click click) { return backend->makeTrayIcon(std::move(click)); }};
     freedesktop::FreedesktopOpener opener;
     freedesktop::FreedesktopFolders folders;
     freedesktop::FreedesktopAppearance appearance;
@@ -79,7 +78,7 @@ platform::Services Session::services() const {
             *parts->surfaceHost,
             parts->backend->scrollGestures(),
             parts->backend->hotKeys(),
-            parts->pasteboard,
+            parts->backend->pasteboard(),
             parts->statusBar,
             parts->opener,
             parts->folders,

@@ -10,7 +10,7 @@ import sys
 
 OWN_INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 # The folders that may know one, by their first words under src/.
-BACKENDS = ("platform/x11", "platform/freedesktop", "platform/wayland", "session")
+BACKENDS = ("platform/x11", "platform/wayland", "session")
 WINDOW_SYSTEM = [
     (re.compile(r"^\s*#\s*(if|ifdef|ifndef|elif)\b.*\b(Q_OS_|Q_WS_|_WIN32|__APPLE__|__linux__|\w*XCB|\w*X11|\w*WAYLAND)"),
      "asks at compile time for a system"),

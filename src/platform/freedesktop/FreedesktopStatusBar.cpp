@@ -5,7 +5,7 @@
 namespace marrowfin::freedesktop {
 
 std::unique_ptr<platform::StatusItem> FreedesktopStatusBar::makeItem() {
-    return std::make_unique<FreedesktopStatusItem>();
+    return std::make_unique<FreedesktopStatusItem>(makeTrayIcon);
 }
 
 } // namespace marrowfin::freedesktop

@@ -39,7 +39,8 @@ QPoint fromNative(const QPoint& point) {
 
 } // namespace
 
-FreedesktopStatusItem::FreedesktopStatusItem() {
+FreedesktopStatusItem::FreedesktopStatusItem(TrayIconMaker makeTrayIcon)
+    : makeTrayIcon(std::move(makeTrayIcon)) {
     connect(&watch, &NotifierHostWatch::changed, this, &FreedesktopStatusItem::followHost);
     if (isInstalled())
         connect(&services().appearance, &Appearance::changed, this, [this] {
@@ -65,13 +66,13 @@ void FreedesktopStatusItem::setAction(Action done) {
 void FreedesktopStatusItem::followHost() {
     embedded.reset();
     notifier.reset();
+    const auto told = [this](StatusItemButton button, QPoint point) { clicked(button, point); };
     if (watch.host() == NotifierHostWatch::Host::Present)
-        notifier = std::make_unique<NotifierItem>(
-            [this](StatusItemButton button, QPoint point) { clicked(button, point); });
+        notifier = std::make_unique<NotifierItem>(told);
     else
-        embedded = std::make_unique<EmbeddedIcon>([this](StatusItemButton button) { clicked(button, {}); });
+        embedded = makeTrayIcon(told);
     refresh();
-    if (embedded && !QSystemTrayIcon::isSystemTrayAvailable())
+    if (embedded && !embedded->hasTray())
         logLine(QStringLiteral("[Marrowfin] No status area: the icon shows up when there is one"));
 }
 

@@ -1,9 +1,8 @@
 // The program's status item, by the one protocol that the desktop's status area speaks at the moment: over
-// D-Bus where a host listens, embedded in a tray otherwise, never both. Main thread.
+// D-Bus where a host listens, as a window in a tray otherwise, never both. Main thread.
 #pragma once
 
-#include "platform/StatusItem.h"
-#include "platform/freedesktop/EmbeddedIcon.h"
+#include "platform/TrayIcon.h"
 #include "platform/freedesktop/NotifierHostWatch.h"
 #include "platform/freedesktop/NotifierItem.h"
 
@@ -12,7 +11,7 @@ namespace marrowfin::freedesktop {
 class FreedesktopStatusItem : public QObject, public platform::StatusItem {
     Q_OBJECT
 public:
-    FreedesktopStatusItem();
+    explicit FreedesktopStatusItem(platform::TrayIconMaker makeTrayIcon);
 
     bool hasButton() const override { return true; }
     void setIcon(IconDrawer drawer) override;
@@ -25,13 +24,14 @@ private:
     void refresh();
     void clicked(platform::StatusItemButton button, QPoint nativePoint);
 
+    platform::TrayIconMaker makeTrayIcon;
     NotifierHostWatch watch;
     std::unique_ptr<NotifierItem> notifier;
-    std::unique_ptr<EmbeddedIcon> embedded;
+    std::unique_ptr<platform::TrayIcon> embedded;
     IconDrawer icon;
     QString toolTip;
     Action action;
-    // Where the last click was, as the host told it; native pixels.
+    // Where the last click was, as the host or the tray's icon told it; native pixels.
     QPoint clickPoint;
 };
 

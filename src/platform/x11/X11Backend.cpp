@@ -2,6 +2,8 @@
 
 #include "platform/x11/capture/X11ScreenAccess.h"
 #include "platform/x11/capture/X11ScreenSource.h"
+#include "platform/x11/desktop/X11Pasteboard.h"
+#include "platform/x11/desktop/X11TrayIcon.h"
 #include "platform/x11/input/X11HotKeys.h"
 #include "platform/x11/input/X11ScrollGestures.h"
 #include "platform/x11/layout/X11Screens.h"
@@ -14,7 +16,7 @@ struct X11Backend::Parts {
     Parts(std::unique_ptr<Connection> qt, std::function<void()> lastWill)
         : connection(std::move(qt)), loss(connection->raw(), std::move(lastWill)),
           screens(*connection, board), grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)),
-          source(grabs), hotKeys(*connection), scrollGestures(*connection) {}
+          source(grabs), hotKeys(*connection), scrollGestures(*connection), pasteboard(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;
@@ -25,6 +27,7 @@ struct X11Backend::Parts {
     X11ScreenAccess access;
     X11HotKeys hotKeys;
     X11ScrollGestures scrollGestures;
+    X11Pasteboard pasteboard;
 };
 
 Result<std::unique_ptr<X11Backend>> X11Backend::make(std::function<void()> lastWill) {
@@ -52,6 +55,12 @@ platform::HotKeyService& X11Backend::hotKeys() {
 }
 platform::ScrollGestures& X11Backend::scrollGestures() {
     return parts->scrollGestures;
+}
+platform::Pasteboard& X11Backend::pasteboard() {
+    return parts->pasteboard;
+}
+std::unique_ptr<platform::TrayIcon> X11Backend::makeTrayIcon(platform::TrayIcon::Click click) {
+    return std::make_unique<X11TrayIcon>(*parts->connection, std::move(click));
 }
 Connection& X11Backend::connection() {
     return *parts->connection;

@@ -3,12 +3,14 @@
 #pragma once
 
 #include "base/Result.h"
+#include "platform/TrayIcon.h"
 
 #include <functional>
 #include <memory>
 
 namespace marrowfin::platform {
 class HotKeyService;
+class Pasteboard;
 class ScreenAccess;
 class Screens;
 class ScreenSource;
@@ -35,6 +37,8 @@ public:
     platform::ScreenAccess& screenAccess();
     platform::HotKeyService& hotKeys();
     platform::ScrollGestures& scrollGestures();
+    platform::Pasteboard& pasteboard();
+    std::unique_ptr<platform::TrayIcon> makeTrayIcon(platform::TrayIcon::Click click);
 
     // Qt's connection, for what else places windows on this desktop, and the screens with their native sides.
     Connection& connection();

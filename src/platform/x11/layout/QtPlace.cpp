@@ -18,6 +18,16 @@ QRect qtRect(const DesktopRect& frame) {
             std::max(1, roundedToInt(onScreen.width())), std::max(1, roundedToInt(onScreen.height()))};
 }
 
+QRect qtRectOfNative(const QRect& native) {
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QPoint origin = screen->geometry().topLeft();
+        const double ratio = screen->devicePixelRatio();
+        if (QRect(origin, screen->geometry().size() * ratio).contains(native.center()))
+            return {origin + (native.topLeft() - origin) / ratio, native.size() / ratio};
+    }
+    return {};
+}
+
 QScreen* screenShowing(const QRect& rect) {
     QScreen* best = QGuiApplication::primaryScreen();
     int most = 0;

@@ -12,6 +12,9 @@ namespace marrowfin::x11 {
 
 // The size is rounded on its own, so that a move doesn't change it.
 QRect qtRect(const DesktopRect& frame);
+// Each screen keeps its origin in native pixels; only distances within it are scaled. Empty when no screen
+// shows the middle of it.
+QRect qtRectOfNative(const QRect& native);
 // The screen that shows most of it; the primary when none does.
 QScreen* screenShowing(const QRect& rect);
 

@@ -172,10 +172,19 @@ std::vector<std::uint32_t> Connection::property32(xcb_window_t window, xcb_atom_
     return items32(answer.get(), type);
 }
 
-xcb_window_t Connection::compositor() const {
-    const auto answer =
-        reply(xcb_get_selection_owner_reply, xcb_get_selection_owner(connection, compositorSelection));
+xcb_window_t Connection::selectionOwner(xcb_atom_t selection) const {
+    const auto answer = reply(xcb_get_selection_owner_reply, xcb_get_selection_owner(connection, selection));
     return answer ? answer->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
+
+bool Connection::made(xcb_window_t window) const {
+    // A resource's id carries the client that made it.
+    const xcb_setup_t* setup = isLost() ? nullptr : xcb_get_setup(connection);
+    return setup && (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+xcb_window_t Connection::compositor() const {
+    return selectionOwner(compositorSelection);
 }
 
 std::vector<std::uint32_t> items32(const xcb_get_property_reply_t* reply, xcb_atom_t type) {

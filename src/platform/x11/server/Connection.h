@@ -91,6 +91,10 @@ public:
 
     // The property as 32-bit items; empty when it is missing, of another type, or the window is gone.
     std::vector<std::uint32_t> property32(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
+    // The window that owns a selection; XCB_WINDOW_NONE when nobody does.
+    xcb_window_t selectionOwner(xcb_atom_t selection) const;
+    // Whether the window was made over this connection.
+    bool made(xcb_window_t window) const;
     // The window that owns the compositing manager selection of our screen; 0 when no compositor runs.
     xcb_window_t compositor() const;
 

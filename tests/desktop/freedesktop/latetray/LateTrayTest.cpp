@@ -1,7 +1,6 @@
 // A desktop without any status area, on which one appears later, goes and comes back.
 #include "desktop/freedesktop/support/NotifierDesktop.h"
-#include "desktop/freedesktop/support/Tray.h"
-#include "platform/freedesktop/FreedesktopStatusBar.h"
+#include "desktop/x11desktop/support/Tray.h"
 #include "platform/freedesktop/NotifierHostWatch.h"
 
 #include <QTemporaryFile>
@@ -69,17 +68,19 @@ private:
     QProcess process;
 };
 
-class LateTray : public TrayTest {};
-
-// An item that knows that there is no host on D-Bus: it asked before a watch of ours did, which has its
-// answer.
-std::unique_ptr<platform::StatusItem> makeItem(DrawerLog& drawings) {
-    auto item = freedesktop::FreedesktopStatusBar().makeItem();
-    item->setIcon(drawings.drawer());
-    const freedesktop::NotifierHostWatch watch;
-    EXPECT_TRUE(waitUntil([&watch] { return watch.host() == freedesktop::NotifierHostWatch::Host::Absent; }));
-    return item;
-}
+class LateTray : public TrayTest {
+protected:
+    // One that knows that there is no host on D-Bus: it asked before a watch of ours did, which has its
+    // answer.
+    std::unique_ptr<platform::StatusItem> makeItem(DrawerLog& drawings) {
+        auto item = statusBar.makeItem();
+        item->setIcon(drawings.drawer());
+        const freedesktop::NotifierHostWatch watch;
+        EXPECT_TRUE(
+            waitUntil([&watch] { return watch.host() == freedesktop::NotifierHostWatch::Host::Absent; }));
+        return item;
+    }
+};
 
 } // namespace
 

@@ -1,14 +1,12 @@
 // The status item with a tray that embeds windows, and with hosts that come and go on D-Bus.
 #include "desktop/freedesktop/support/NotifierDesktop.h"
-#include "desktop/freedesktop/support/Tray.h"
-#include "platform/freedesktop/FreedesktopStatusBar.h"
+#include "desktop/x11desktop/support/Tray.h"
 
 #include <QMenu>
 #include <QPointer>
 
 using namespace marrowfin;
 using namespace marrowfin::testsupport;
-using freedesktop::FreedesktopStatusBar;
 using platform::StatusItemButton;
 
 namespace {
@@ -19,7 +17,7 @@ constexpr int rightButton = 3;
 class StatusItemTest : public TrayTest {
 protected:
     StatusItemTest() {
-        item = FreedesktopStatusBar().makeItem();
+        item = statusBar.makeItem();
         item->setIcon(drawings.drawer());
         item->setToolTip(QStringLiteral("Marrowfin"));
         item->setAction([this](StatusItemButton button) {
@@ -56,6 +54,16 @@ TEST_F(StatusItemTest, standsInTheTrayAtTheTraysOwnSize) {
     EXPECT_EQ(shown.width(), shown.height());
     // Drawn for just these pixels, not scaled from another size.
     EXPECT_EQ(drawings.last().pixels, shown.width());
+}
+
+TEST_F(StatusItemTest, theTrayShowsThroughWhereTheIconIsEmpty) {
+    ASSERT_TRUE(iconShows());
+    constexpr QRgb panel = 0xFF303030; // as the desktop's panel is configured
+    EXPECT_TRUE(waitUntil([] {
+        const QImage shot = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+        const QRect icon = iconOnScreen();
+        return shot.pixel(icon.topLeft()) == panel && shot.pixel(icon.bottomRight()) == panel;
+    }));
 }
 
 TEST_F(StatusItemTest, eitherButtonActsWhenItIsReleased) {

@@ -1,19 +1,18 @@
-#include "platform/freedesktop/FreedesktopPasteboard.h"
+#include "platform/x11/desktop/X11Pasteboard.h"
 
 #include "imaging/ImageReader.h"
-#include "platform/freedesktop/ClipboardHandOver.h"
-#include "platform/freedesktop/OfferedImage.h"
-#include "platform/freedesktop/ToolkitX11.h"
+#include "platform/x11/desktop/ClipboardHandOver.h"
+#include "platform/x11/desktop/OfferedImage.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
 
-namespace marrowfin::freedesktop {
+namespace marrowfin::x11 {
 
 using namespace imaging;
 
-struct FreedesktopPasteboard::Write {
+struct X11Pasteboard::Write {
     std::unique_ptr<QMimeData> data;
     // Null for other contents.
     Image image;
@@ -21,15 +20,15 @@ struct FreedesktopPasteboard::Write {
 
     void refuse(const QString& why) const { result.settler.settle(failure(why)); }
 
-    void offer() {
+    void offer(const Connection& connection) {
         if (!image.isNull() && image.png().isEmpty()) {
             refuse(QStringLiteral("The image could not be encoded."));
             return;
         }
         QGuiApplication::clipboard()->setMimeData(data.release());
-        if (toolkitx11::ownsClipboard())
+        if (ownsClipboard(connection))
             result.settler.settle({});
-        else if (toolkitx11::isLost())
+        else if (connection.isLost())
             result.settler.settle(failure(QStringLiteral("The X server is gone."), Error::Kind::Dropped));
         else
             refuse(QStringLiteral("Another program holds the clipboard."));
@@ -62,15 +61,15 @@ std::optional<Image> decoded(const QByteArray& bytes) {
 
 } // namespace
 
-FreedesktopPasteboard::FreedesktopPasteboard()
-    : decoding(QStringLiteral("io.tessaly.marrowfin.pasteboard"),
-               SerialQueue::QualityOfService::UserInitiated) {}
+X11Pasteboard::X11Pasteboard(const Connection& connection)
+    : connection(connection), decoding(QStringLiteral("io.tessaly.marrowfin.pasteboard"),
+                                       SerialQueue::QualityOfService::UserInitiated) {}
 
-FreedesktopPasteboard::~FreedesktopPasteboard() {
+X11Pasteboard::~X11Pasteboard() {
     supersedePendingWrite();
 }
 
-void FreedesktopPasteboard::supersedePendingWrite() {
+void X11Pasteboard::supersedePendingWrite() {
     if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
         write->refuse(QStringLiteral("Something else was copied since."));
 }
@@ -78,28 +77,28 @@ void FreedesktopPasteboard::supersedePendingWrite() {
 // Empty contents of ours rather than no owner: clipboard managers bring the old contents back when an owner
 // goes, and they would do it over the image that is written next. Mostly that happens within the same turn of
 // the event loop, and then nobody sees the empty contents at all.
-void FreedesktopPasteboard::clearContents() {
+void X11Pasteboard::clearContents() {
     supersedePendingWrite();
     pending = std::make_shared<Write>(Write{std::make_unique<QMimeData>(), {}});
     postToMain([this, weak = std::weak_ptr(pending)] { offerIfStillWanted(weak); });
 }
 
-Outcome<void> FreedesktopPasteboard::writeText(const QString& text) {
+Outcome<void> X11Pasteboard::writeText(const QString& text) {
     supersedePendingWrite();
     auto data = std::make_unique<QMimeData>();
     data->setText(text);
     Write write{std::move(data), {}};
-    write.offer();
+    write.offer(connection);
     return write.result.outcome;
 }
 
-Outcome<void> FreedesktopPasteboard::writeImage(const Image& image) {
+Outcome<void> X11Pasteboard::writeImage(const Image& image) {
     supersedePendingWrite();
     if (image.isNull())
         return settled<void>(failure(QStringLiteral("There is no image to copy.")));
     auto write = std::make_shared<Write>(Write{std::make_unique<OfferedImage>(image), image});
     if (image.isEncoded()) {
-        write->offer();
+        write->offer(connection);
         return write->result.outcome;
     }
     pending = write;
@@ -109,12 +108,12 @@ Outcome<void> FreedesktopPasteboard::writeImage(const Image& image) {
 }
 
 // The pasteboard keeps a write alive exactly as long as nothing has taken its place.
-void FreedesktopPasteboard::offerIfStillWanted(const std::weak_ptr<Write>& write) {
+void X11Pasteboard::offerIfStillWanted(const std::weak_ptr<Write>& write) {
     if (!write.expired())
-        std::exchange(pending, nullptr)->offer();
+        std::exchange(pending, nullptr)->offer(connection);
 }
 
-Outcome<std::optional<Image>> FreedesktopPasteboard::readImage() {
+Outcome<std::optional<Image>> X11Pasteboard::readImage() {
     using Found = std::optional<Image>;
     if (pending)
         return settled<Found>(pending->image.isNull() ? Found() : Found(pending->image));
@@ -131,12 +130,12 @@ Outcome<std::optional<Image>> FreedesktopPasteboard::readImage() {
     return outcome;
 }
 
-void FreedesktopPasteboard::handOver() {
+void X11Pasteboard::handOver() {
     const Offered offered = pending ? Offered::JustNow : Offered::Before;
     // Gone by the time that the loop below may run what was waiting for the encoding.
     if (const std::shared_ptr<Write> write = std::exchange(pending, nullptr))
-        write->offer();
-    handOverClipboard(offered);
+        write->offer(connection);
+    handOverClipboard(connection, offered);
 }
 
-} // namespace marrowfin::freedesktop
+} // namespace marrowfin::x11

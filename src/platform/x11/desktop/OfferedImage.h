@@ -5,7 +5,7 @@
 
 #include <QMimeData>
 
-namespace marrowfin::freedesktop {
+namespace marrowfin::x11 {
 
 class OfferedImage : public QMimeData {
     Q_OBJECT
@@ -25,4 +25,4 @@ private:
     imaging::Image offered;
 };
 
-} // namespace marrowfin::freedesktop
+} // namespace marrowfin::x11

@@ -1,14 +1,14 @@
 // The tray as a person sees and uses it: pixels of the screen, and a real pointer. Points. Tests only.
 #pragma once
 
-#include "desktop/freedesktop/support/Xclip.h"
-#include "platform/StatusItem.h"
+#include "desktop/x11desktop/support/Xclip.h"
+#include "platform/freedesktop/FreedesktopStatusBar.h"
+#include "platform/x11/desktop/X11TrayIcon.h"
 
 #include <QApplication>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
-#include <QSystemTrayIcon>
 #include <QWidget>
 
 namespace marrowfin::testsupport {
@@ -40,12 +40,13 @@ private:
     std::shared_ptr<std::vector<Request>> requests = std::make_shared<std::vector<Request>>();
 };
 
-// The toolkit asks once in a process, and waits for the answer, whether there is a watcher. One that is
-// played in this very process couldn't give it, so the toolkit asks before there is any. Base of the fixtures
-// with such tests.
+// Base of the fixtures with such tests: the status area as the program makes it.
 class TrayTest : public testing::Test {
 protected:
-    TrayTest() { QSystemTrayIcon::isSystemTrayAvailable(); }
+    std::unique_ptr<x11::Connection> connection = *x11::Connection::adoptQt();
+    freedesktop::FreedesktopStatusBar statusBar{[this](platform::TrayIcon::Click click) {
+        return std::make_unique<x11::X11TrayIcon>(*connection, std::move(click));
+    }};
 };
 
 // Native pixels of the screen that have the icon's colour; null when there are none.

@@ -3,11 +3,17 @@
 // never answer because they took their copy when it was made. Main thread.
 #pragma once
 
-namespace marrowfin::freedesktop {
+#include "platform/x11/server/Connection.h"
+
+namespace marrowfin::x11 {
 
 // Whether a manager can have taken its copy already: what was offered just now, it gets more time for.
 enum class Offered { Before, JustNow };
 
-void handOverClipboard(Offered offered);
+// Whether the server agrees that the clipboard is ours; the toolkit only remembers having asked for it.
+bool ownsClipboard(const Connection& connection);
 
-} // namespace marrowfin::freedesktop
+// The connection is the toolkit's.
+void handOverClipboard(const Connection& connection, Offered offered);
+
+} // namespace marrowfin::x11

@@ -1,6 +1,6 @@
-#include "platform/freedesktop/OfferedImage.h"
+#include "platform/x11/desktop/OfferedImage.h"
 
-namespace marrowfin::freedesktop {
+namespace marrowfin::x11 {
 
 using namespace imaging;
 
@@ -33,4 +33,4 @@ QVariant OfferedImage::retrieveData(const QString& mimeType, QMetaType type) con
     return QMimeData::retrieveData(mimeType, type);
 }
 
-} // namespace marrowfin::freedesktop
+} // namespace marrowfin::x11

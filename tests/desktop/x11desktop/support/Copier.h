@@ -1,7 +1,7 @@
 // Runs the program that copies a picture and quits. Tests only.
 #pragma once
 
-#include "desktop/freedesktop/support/Xclip.h"
+#include "desktop/x11desktop/support/Xclip.h"
 
 #include <QImage>
 #include <QTemporaryDir>

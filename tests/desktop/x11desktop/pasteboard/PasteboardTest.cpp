@@ -1,7 +1,7 @@
 // What other programs find on the clipboard, and what we find of theirs.
-#include "desktop/freedesktop/support/Copier.h"
-#include "platform/freedesktop/FreedesktopPasteboard.h"
-#include "platform/freedesktop/ToolkitX11.h"
+#include "desktop/x11desktop/support/Copier.h"
+#include "platform/x11/desktop/ClipboardHandOver.h"
+#include "platform/x11/desktop/X11Pasteboard.h"
 
 #include <QBuffer>
 #include <QClipboard>
@@ -12,7 +12,7 @@
 using namespace marrowfin;
 using namespace imaging;
 using namespace marrowfin::testsupport;
-using freedesktop::FreedesktopPasteboard;
+using x11::X11Pasteboard;
 
 namespace {
 
@@ -42,23 +42,28 @@ QByteArray fileBytes(const QImage& pixels, const char* format) {
     return bytes;
 }
 
-bool othersOffer(const QString& type) {
-    return waitUntil([&type] {
+bool othersOffer(const x11::Connection& connection, const QString& type) {
+    return waitUntil([&] {
         const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-        return !freedesktop::toolkitx11::ownsClipboard() && data && data->hasFormat(type);
+        return !x11::ownsClipboard(connection) && data && data->hasFormat(type);
     });
 }
 
-std::optional<Image> readBack(FreedesktopPasteboard& pasteboard) {
+std::optional<Image> readBack(X11Pasteboard& pasteboard) {
     Result<std::optional<Image>> read = await(pasteboard.readImage());
     EXPECT_TRUE(read.has_value());
     return read ? *read : std::nullopt;
 }
 
+class Pasteboard : public testing::Test {
+protected:
+    std::unique_ptr<x11::Connection> connection = *x11::Connection::adoptQt();
+    X11Pasteboard pasteboard{*connection};
+};
+
 } // namespace
 
-TEST(Pasteboard, anotherProgramReadsTheOneEncoding) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, anotherProgramReadsTheOneEncoding) {
     const Image image = encodedImage(noise(640, 400));
     ASSERT_TRUE(await(pasteboard.writeImage(image)));
     const ProgramResult pasted = paste(pngType);
@@ -67,15 +72,13 @@ TEST(Pasteboard, anotherProgramReadsTheOneEncoding) {
 }
 
 // More than the server takes in one request, so it goes over in pieces.
-TEST(Pasteboard, aLargeImageArrivesWhole) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, aLargeImageArrivesWhole) {
     const Image image = encodedImage(noise(3840, 2160));
     ASSERT_TRUE(await(pasteboard.writeImage(image)));
     EXPECT_TRUE(paste(pngType).output == image.png());
 }
 
-TEST(Pasteboard, nothingIsOfferedThatWouldBeEncodedAgain) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, nothingIsOfferedThatWouldBeEncodedAgain) {
     const QImage pixels = noise(32, 20);
     ASSERT_TRUE(await(pasteboard.writeImage(encodedImage(pixels))));
     QStringList images;
@@ -87,16 +90,14 @@ TEST(Pasteboard, nothingIsOfferedThatWouldBeEncodedAgain) {
     EXPECT_EQ(qvariant_cast<QImage>(QGuiApplication::clipboard()->mimeData()->imageData()), pixels);
 }
 
-TEST(Pasteboard, aWriteWaitsForItsEncoding) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, aWriteWaitsForItsEncoding) {
     const Image image = Image::captured(noise(1600, 1000));
     ASSERT_TRUE(await(pasteboard.writeImage(image)));
     EXPECT_TRUE(image.isEncoded());
     EXPECT_TRUE(paste(pngType).output == image.png());
 }
 
-TEST(Pasteboard, theLastOfSeveralWritesStays) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, theLastOfSeveralWritesStays) {
     const Outcome<void> first = pasteboard.writeImage(Image::captured(noise(1600, 1000)));
     pasteboard.clearContents();
     const Outcome<void> second = pasteboard.writeText(QStringLiteral("gr\u00fcn"));
@@ -106,15 +107,13 @@ TEST(Pasteboard, theLastOfSeveralWritesStays) {
     EXPECT_EQ(paste(pngType).output, QByteArray());
 }
 
-TEST(Pasteboard, whatCannotBeEncodedIsRefusedAndLeavesTheContents) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, whatCannotBeEncodedIsRefusedAndLeavesTheContents) {
     ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("kept"))));
     EXPECT_FALSE(await(pasteboard.writeImage({})));
     EXPECT_EQ(paste(textType).output, QByteArray("kept"));
 }
 
-TEST(Pasteboard, nothingIsLeftAfterClearing) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, nothingIsLeftAfterClearing) {
     ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("secret"))));
     pasteboard.clearContents();
     ASSERT_TRUE(waitUntil([] { return paste(textType).output.isEmpty(); }));
@@ -122,8 +121,7 @@ TEST(Pasteboard, nothingIsLeftAfterClearing) {
 }
 
 // The other program copied after the last event that reached us.
-TEST(Pasteboard, takesTheClipboardFromAProgramThatCopiedLater) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, takesTheClipboardFromAProgramThatCopiedLater) {
     ASSERT_TRUE(await(pasteboard.writeText(QStringLiteral("first"))));
     const OtherOwner other(textType, "theirs");
     ASSERT_TRUE(waitUntil([] { return paste(textType).output == "theirs"; }));
@@ -131,8 +129,7 @@ TEST(Pasteboard, takesTheClipboardFromAProgramThatCopiedLater) {
     EXPECT_EQ(paste(textType).output, QByteArray("second"));
 }
 
-TEST(Pasteboard, ownImagesComeBackAsThemselves) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, ownImagesComeBackAsThemselves) {
     const Image image = Image::captured(noise(640, 400));
     const Outcome<void> written = pasteboard.writeImage(image);
     EXPECT_EQ(readBack(pasteboard), image); // while it is still being encoded
@@ -140,27 +137,25 @@ TEST(Pasteboard, ownImagesComeBackAsThemselves) {
     EXPECT_EQ(readBack(pasteboard), image);
 }
 
-TEST(Pasteboard, readsTheImagesOfOtherPrograms) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, readsTheImagesOfOtherPrograms) {
     const QImage pixels = noise(50, 30);
     for (const char* format : {"PNG", "BMP"}) {
         const QString type = QStringLiteral("image/") + QString::fromLatin1(format).toLower();
         const OtherOwner other(type, fileBytes(pixels, format));
-        ASSERT_TRUE(othersOffer(type));
+        ASSERT_TRUE(othersOffer(*connection, type));
         const std::optional<Image> read = readBack(pasteboard);
         ASSERT_TRUE(read) << format;
         EXPECT_EQ(read->pixels().convertToFormat(pixels.format()), pixels) << format;
         EXPECT_EQ(read->size(), QSizeF(50, 30));
     }
     const OtherOwner other(QStringLiteral("image/jpeg"), fileBytes(pixels, "JPEG"));
-    ASSERT_TRUE(othersOffer(QStringLiteral("image/jpeg")));
+    ASSERT_TRUE(othersOffer(*connection, QStringLiteral("image/jpeg")));
     const std::optional<Image> read = readBack(pasteboard);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->size(), QSizeF(50, 30));
 }
 
-TEST(Pasteboard, hostileBytesAndTextAreNoImage) {
-    FreedesktopPasteboard pasteboard;
+TEST_F(Pasteboard, hostileBytesAndTextAreNoImage) {
     QByteArray truncated = fileBytes(noise(200, 200), "PNG");
     truncated.truncate(60);
     QByteArray huge = fileBytes(noise(8, 8), "PNG");
@@ -168,15 +163,15 @@ TEST(Pasteboard, hostileBytesAndTextAreNoImage) {
     for (const QByteArray& bytes :
          {truncated, huge, QByteArray("\x89PNG\r\n\x1a\n"), QByteArray(5000, 'x')}) {
         const OtherOwner other(pngType, bytes);
-        ASSERT_TRUE(othersOffer(pngType));
+        ASSERT_TRUE(othersOffer(*connection, pngType));
         EXPECT_EQ(readBack(pasteboard), std::nullopt);
     }
     const OtherOwner other(textType, "words");
-    ASSERT_TRUE(othersOffer(QStringLiteral("text/plain")));
+    ASSERT_TRUE(othersOffer(*connection, QStringLiteral("text/plain")));
     EXPECT_EQ(readBack(pasteboard), std::nullopt);
 }
 
-TEST(Pasteboard, withoutAManagerTheContentsGoWithTheProgram) {
+TEST_F(Pasteboard, withoutAManagerTheContentsGoWithTheProgram) {
     EXPECT_EQ(copyAndQuit(noise(64, 64)), 0);
     EXPECT_NE(paste(pngType).exitCode, 0);
 }

@@ -1,5 +1,5 @@
 // With a clipboard manager, what was copied survives the end of the program that copied it.
-#include "desktop/freedesktop/support/Copier.h"
+#include "desktop/x11desktop/support/Copier.h"
 
 using namespace marrowfin::testsupport;
 

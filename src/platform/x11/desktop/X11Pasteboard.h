@@ -7,17 +7,19 @@
 #include "platform/Pasteboard.h"
 
 #include "base/SerialQueue.h"
+#include "platform/x11/server/Connection.h"
 
 #include <memory>
 
 class QMimeData;
 
-namespace marrowfin::freedesktop {
+namespace marrowfin::x11 {
 
-class FreedesktopPasteboard : public platform::Pasteboard {
+class X11Pasteboard : public platform::Pasteboard {
 public:
-    FreedesktopPasteboard();
-    ~FreedesktopPasteboard() override;
+    // The connection is the toolkit's.
+    explicit X11Pasteboard(const Connection& connection);
+    ~X11Pasteboard() override;
 
     void clearContents() override;
     Outcome<void> writeImage(const imaging::Image& image) override;
@@ -30,9 +32,10 @@ private:
     void offerIfStillWanted(const std::weak_ptr<Write>& write);
     void supersedePendingWrite();
 
+    const Connection& connection;
     // Set from the call until the contents are on the clipboard.
     std::shared_ptr<Write> pending;
     SerialQueue decoding;
 };
 
-} // namespace marrowfin::freedesktop
+} // namespace marrowfin::x11

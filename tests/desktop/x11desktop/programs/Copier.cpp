@@ -3,7 +3,7 @@
 #include "base/Log.h"
 #include "base/Shared.h"
 #include "imaging/ImageReader.h"
-#include "platform/freedesktop/FreedesktopPasteboard.h"
+#include "platform/x11/desktop/X11Pasteboard.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -17,7 +17,10 @@ int main(int argc, char** argv) {
     const Result<Image> image = readImageFile(arguments.value(1));
     if (!image)
         return 2;
-    freedesktop::FreedesktopPasteboard pasteboard;
+    const auto connection = x11::Connection::adoptQt();
+    if (!connection)
+        return 4;
+    x11::X11Pasteboard pasteboard(**connection);
     const Outcome<void> written = pasteboard.writeImage(*image);
     QObject::connect(&application, &QApplication::aboutToQuit, [&pasteboard] { pasteboard.handOver(); });
     if (arguments.contains(QStringLiteral("--at-once")))

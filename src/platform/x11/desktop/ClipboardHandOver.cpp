@@ -1,6 +1,4 @@
-#include "platform/freedesktop/ClipboardHandOver.h"
-
-#include "platform/freedesktop/ToolkitX11.h"
+#include "platform/x11/desktop/ClipboardHandOver.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QClipboard>
@@ -10,7 +8,7 @@
 #include <QTimer>
 #include <QWindow>
 
-namespace marrowfin::freedesktop {
+namespace marrowfin::x11 {
 
 namespace {
 
@@ -42,20 +40,23 @@ private:
     QEventLoop& loop;
 };
 
-void askToSaveTargets(xcb_window_t requestor) {
-    xcb_connection_t* server = toolkitx11::connection();
-    xcb_convert_selection(server, requestor, toolkitx11::intern("CLIPBOARD_MANAGER"),
-                          toolkitx11::intern("SAVE_TARGETS"), toolkitx11::intern("MARROWFIN_SAVED"),
-                          XCB_CURRENT_TIME);
-    xcb_flush(server);
+void askToSaveTargets(const Connection& connection, xcb_window_t requestor) {
+    connection.ignore(xcb_convert_selection_checked(
+        connection.raw(), requestor, connection.atom(Atom::ClipboardManager),
+        connection.atom(Atom::SaveTargets), connection.intern("MARROWFIN_SAVED"), XCB_CURRENT_TIME));
+    connection.flush();
 }
 
 } // namespace
 
-void handOverClipboard(Offered offered) {
-    if (!toolkitx11::connection() || !toolkitx11::ownsClipboard())
+bool ownsClipboard(const Connection& connection) {
+    return connection.made(connection.selectionOwner(connection.atom(Atom::Clipboard)));
+}
+
+void handOverClipboard(const Connection& connection, Offered offered) {
+    if (!ownsClipboard(connection))
         return;
-    if (toolkitx11::selectionOwner("CLIPBOARD_MANAGER") != XCB_NONE) {
+    if (connection.selectionOwner(connection.atom(Atom::ClipboardManager)) != XCB_WINDOW_NONE) {
         QWindow window;
         window.create();
         QEventLoop loop;
@@ -63,12 +64,12 @@ void handOverClipboard(Offered offered) {
         const ManagerAnswer answer(requestor, loop);
         const int patience = offered == Offered::JustNow ? patienceWithNewMilliseconds : patienceMilliseconds;
         QTimer::singleShot(patience, &loop, &QEventLoop::quit);
-        askToSaveTargets(requestor);
+        askToSaveTargets(connection, requestor);
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
     // Given up rather than left to the toolkit's own handshake; a manager notices and offers its copy.
-    if (toolkitx11::ownsClipboard())
+    if (ownsClipboard(connection))
         QGuiApplication::clipboard()->clear();
 }
 
-} // namespace marrowfin::freedesktop
+} // namespace marrowfin::x11
