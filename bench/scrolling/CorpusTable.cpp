@@ -100,7 +100,7 @@ void print(const Table& table, QSize area) {
 
 void printCorpusTable(QSize area, double density) {
     Table table;
-    eachCorpusCase(area, density, [&](const CorpusCase& one) { table.add(one); });
+    eachCorpusCase(area, density, 0, [&](const CorpusCase& one) { table.add(one); });
     print(table, area);
     std::fflush(stdout);
 }

@@ -5,6 +5,7 @@
 #include "scrolling/StillRows.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace marrowfin::scrolling {
 
@@ -16,14 +17,17 @@ constexpr size_t candidates = 12;
 constexpr int mostRowsThatPlay = 24;
 constexpr double mostAreaThatPlays = 0.02;
 constexpr double leastPartMoved = 0.08;
+// Of the rows; less says too little.
+constexpr double leastPartShared = 0.15;
 // An area that is blank but for little may scroll all the same, if nothing speaks against it.
 constexpr double littleArea = 0.15;
 
 struct Changes {
-    int rows = 0;     // of the box around everything that changed
-    double box = 0;   // part of the bitmap
-    double cells = 0; // part of the bitmap
-    double edges = 0; // part of all edges, by weight
+    int rows = 0;      // of the box around everything that changed
+    double box = 0;    // part of the bitmap
+    double cells = 0;  // part of the bitmap
+    double weight = 0; // of the edges
+    double edges = 0;  // part of all edges, by weight
 };
 
 Changes changesIn(const CellComparison& cells) {
@@ -44,23 +48,49 @@ Changes changesIn(const CellComparison& cells) {
         }
     const auto all = static_cast<double>(cells.changed.size());
     return {box.height(), static_cast<double>(box.width()) * box.height() / all,
-            static_cast<double>(changedCells) / all, allEdges > 0 ? changedEdges / allEdges : 0};
+            static_cast<double>(changedCells) / all, changedEdges,
+            allEdges > 0 ? changedEdges / allEdges : 0};
 }
 
 bool onlyPlays(const Changes& changes, int rows) {
     return changes.rows < std::clamp(rows / 4, 8, mostRowsThatPlay) || changes.box < mostAreaThatPlays;
 }
 
-bool isConvincing(const OffsetEvidence& best, const OffsetEvidence& next, const Changes& changes) {
-    if (best.moved < leastPartMoved * (best.moved + best.stayed))
-        return false;
-    if (changes.cells < littleArea)
-        return best.ratio() >= 0.9 && best.movedCells >= 8 && best.movedRows >= 8;
-    if (best.ratio() >= 0.5)
-        return best.movedCells >= 8 && best.movedRows >= 2;
-    return best.ratio() >= 0.15 && best.movedCells >= 24 && best.movedRows >= 12 &&
-           best.moved >= 3 * next.moved;
-}
+// An offset judged by itself and beside the next best one.
+class Conviction {
+public:
+    Conviction(const OffsetEvidence& best, const OffsetEvidence& next, const Changes& changes, int rows)
+        : best(best), next(next), changes(changes),
+          shared(1 - static_cast<double>(std::abs(best.offset)) / rows) {}
+
+    bool holds() const {
+        if (shared < leastPartShared || best.moved < leastPartMoved * (best.moved + best.stayed))
+            return false;
+        if (changes.cells < littleArea)
+            return best.ratio() >= 0.8 && best.movedCells >= 8 && best.movedRows >= 8;
+        return agrees() || standsOut();
+    }
+
+private:
+    // Little that both bitmaps show has to agree well, and to be as rich as the rest: two lines of one text
+    // may begin alike.
+    bool agrees() const {
+        const bool half = shared >= 0.5;
+        return best.ratio() >= (half ? 0.5 : 0.8) && best.movedCells >= 8 && best.movedRows >= 2 &&
+               (half || best.moved >= 0.1 * shared * changes.weight);
+    }
+    // A film plays in most of the page, a header lies over much of what both show: what moved along is unlike
+    // chance.
+    bool standsOut() const {
+        return best.ratio() >= (shared >= 0.5 ? 0.15 : 0.3) && best.movedCells >= 24 &&
+               best.movedRows >= 12 && best.moved >= 3 * next.moved;
+    }
+
+    const OffsetEvidence& best;
+    const OffsetEvidence& next;
+    const Changes& changes;
+    double shared; // the part of the rows that both bitmaps show
+};
 
 // Equal rows: another offset explains as much of what it covers.
 bool isRivalled(const OffsetEvidence& best, const std::vector<OffsetEvidence>& all) {
@@ -85,7 +115,8 @@ Judgement judge(const CellComparison& cells, const Changes& changes) {
         return {};
     std::sort(all.begin(), all.end(),
               [](const OffsetEvidence& a, const OffsetEvidence& b) { return a.worth() > b.worth(); });
-    if (!isConvincing(all[0], all.size() > 1 ? all[1] : OffsetEvidence(), changes))
+    const OffsetEvidence next = all.size() > 1 ? all[1] : OffsetEvidence();
+    if (!Conviction(all[0], next, changes, cells.rows()).holds())
         return {};
     return {isRivalled(all[0], all) ? Verdict::Rivalled : Verdict::Moved, all[0].offset};
 }

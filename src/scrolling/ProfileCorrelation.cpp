@@ -9,8 +9,10 @@ namespace {
 
 // Of 1. Different lines of one text agree to 0.8 and more at every multiple of their pitch, so that the best
 // offset has to stand out from the others too.
-constexpr double leastAgreement = 0.85;
-constexpr double leastLead = 1.2;
+constexpr double leastAgreement = 0.9;
+constexpr double leastLead = 1.3;
+// A few edges agree with any others sooner or later.
+constexpr double leastRowsThatTell = 24;
 
 // How the mean brightness of each cell differs from that of the one above, in quarters of a level; 0 where
 // nothing changed. Small enough that 8000 products fit a 32 bit sum.
@@ -28,6 +30,13 @@ public:
 
     double energy(int first, int end) const {
         return energyUpTo[static_cast<size_t>(end)] - energyUpTo[static_cast<size_t>(first)];
+    }
+    // How many rows the differences are spread over.
+    double rowsThatTell() const {
+        double squares = 0;
+        for (int row = 0; row < rows; ++row)
+            squares += energy(row, row + 1) * energy(row, row + 1);
+        return squares > 0 ? energy(0, rows) * energy(0, rows) / squares : 0;
     }
     const qint16* strip(int index) const {
         return values.data() + static_cast<size_t>(index) * static_cast<size_t>(rows);
@@ -88,6 +97,8 @@ double agreement(const Slopes& older, const Slopes& newer, const CellComparison&
 std::optional<int> correlatedOffset(const QImage& older, const QImage& newer, const CellComparison& cells) {
     const Slopes before(older, cells);
     const Slopes now(newer, cells);
+    if (now.rowsThatTell() < leastRowsThatTell)
+        return std::nullopt;
     const int reach = cells.rows() / 2;
     std::vector<double> agreements;
     for (int offset = -reach; offset <= reach; ++offset)

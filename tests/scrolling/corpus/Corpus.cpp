@@ -65,13 +65,13 @@ Truth truthOf(const ScrollingPage& scrolling, const QImage& page, int area, int 
     return blank ? Truth::MayBeTold : Truth::Moved;
 }
 
-void visitScrolling(QSize area, double density, const Visit& visit) {
+void visitScrolling(QSize area, double density, unsigned seed, const Visit& visit) {
     const int height = area.height();
     for (const ScrollingPage& scrolling : scrollingPages) {
-        const QImage whole = page(scrolling.kind, {area.width(), 3 * height}, density, 11);
+        const QImage whole = page(scrolling.kind, {area.width(), 3 * height}, density, seed + 11);
         unsigned turn = 0;
         for (const int step : stepsFor(height)) {
-            const int before = height / 2 + static_cast<int>(++turn * 17 % static_cast<unsigned>(height / 2));
+            const int before = height / 2 + static_cast<int>((++turn * 17 + seed) % static_cast<unsigned>(height / 2));
             const int after = before + step;
             CorpusCase one;
             one.group = QString::fromLatin1(scrolling.group);
@@ -85,7 +85,7 @@ void visitScrolling(QSize area, double density, const Visit& visit) {
     }
 }
 
-void visitUnrelated(QSize area, double density, const Visit& visit) {
+void visitUnrelated(QSize area, double density, unsigned seed, const Visit& visit) {
     constexpr std::array kinds{PageKind::HueBands, PageKind::Prose,  PageKind::Code,
                                PageKind::Terminal, PageKind::Sparse, PageKind::Photo};
     for (const PageKind one : kinds)
@@ -94,13 +94,13 @@ void visitUnrelated(QSize area, double density, const Visit& visit) {
                 continue;
             visit({QStringLiteral("two unrelated frames"),
                    QStringLiteral("%1 and %2").arg(static_cast<int>(one)).arg(static_cast<int>(other)),
-                   page(one, area, density, 21), page(other, area, density, 42), Truth::Nothing, 0});
+                   page(one, area, density, seed + 21), page(other, area, density, seed + 42), Truth::Nothing, 0});
         }
 }
 
-void visitEnds(QSize area, double density, const Visit& visit) {
+void visitEnds(QSize area, double density, unsigned seed, const Visit& visit) {
     for (const ScrollingPage& scrolling : scrollingPages) {
-        const QImage whole = page(scrolling.kind, {area.width(), 2 * area.height()}, density, 5);
+        const QImage whole = page(scrolling.kind, {area.width(), 2 * area.height()}, density, seed + 5);
         const int end = area.height();
         visit({QStringLiteral("a page's end"), QString::fromLatin1(scrolling.group),
                look(whole, area, end, 2, scrolling.furniture, density),
@@ -108,11 +108,11 @@ void visitEnds(QSize area, double density, const Visit& visit) {
     }
 }
 
-void visitSpinners(QSize area, double density, const Visit& visit) {
+void visitSpinners(QSize area, double density, unsigned seed, const Visit& visit) {
     for (const PageKind kind : {PageKind::Prose, PageKind::Sparse, PageKind::Photo})
         for (const SpinnerLook look : {SpinnerLook::Arc, SpinnerLook::Dots, SpinnerLook::Bars})
             for (const double side : {16.0, 32.0, 64.0}) {
-                const QImage ground = page(kind, area, density, 31);
+                const QImage ground = page(kind, area, density, seed + 31);
                 QImage older = ground;
                 QImage newer = ground;
                 const QRectF box(area.width() * 0.4, area.height() * 0.4, side * density, side * density);
@@ -129,8 +129,8 @@ void visitSpinners(QSize area, double density, const Visit& visit) {
 
 // Something plays in a page that stands: a film, pictures that slide sideways, one that fades into another, a
 // light that runs over placeholders, a bar that fills, a row that is lit up.
-void visitPlaying(QSize area, double density, const Visit& visit) {
-    const QImage ground = page(PageKind::Prose, area, density, 51);
+void visitPlaying(QSize area, double density, unsigned seed, const Visit& visit) {
+    const QImage ground = page(PageKind::Prose, area, density, seed + 51);
     const auto one = [&](const char* name, const QImage& older, const QImage& newer) {
         visit({QStringLiteral("something plays, nothing moves"), QString::fromLatin1(name), older, newer,
                Truth::Nothing, 0});
@@ -144,11 +144,11 @@ void visitPlaying(QSize area, double density, const Visit& visit) {
     };
     const QSize film(area.width() * 6 / 10, area.height() / 2);
     const QPoint at(area.width() / 5, area.height() / 4);
-    const QImage first = page(PageKind::Photo, film, density, 61);
-    const QImage second = page(PageKind::Photo, film, density, 62);
+    const QImage first = page(PageKind::Photo, film, density, seed + 61);
+    const QImage second = page(PageKind::Photo, film, density, seed + 62);
     one("film", painted([&](QPainter& p) { p.drawImage(at, first); }),
         painted([&](QPainter& p) { p.drawImage(at, second); }));
-    const QImage wide = page(PageKind::Photo, {film.width() * 2, film.height()}, density, 63);
+    const QImage wide = page(PageKind::Photo, {film.width() * 2, film.height()}, density, seed + 63);
     one("pictures that slide sideways", painted([&](QPainter& p) {
             p.drawImage(at, wide, QRect({0, 0}, film));
         }),
@@ -195,12 +195,12 @@ void visitPlaying(QSize area, double density, const Visit& visit) {
 
 } // namespace
 
-void eachCorpusCase(QSize area, double density, const Visit& visit) {
-    visitScrolling(area, density, visit);
-    visitUnrelated(area, density, visit);
-    visitEnds(area, density, visit);
-    visitSpinners(area, density, visit);
-    visitPlaying(area, density, visit);
+void eachCorpusCase(QSize area, double density, unsigned seed, const Visit& visit) {
+    visitScrolling(area, density, seed, visit);
+    visitUnrelated(area, density, seed, visit);
+    visitEnds(area, density, seed, visit);
+    visitSpinners(area, density, seed, visit);
+    visitPlaying(area, density, seed, visit);
 }
 
 } // namespace marrowfin::testsupport

@@ -23,7 +23,7 @@ struct CorpusCase {
     int offset = 0;
 };
 
-// Each case in turn; only one of them is in memory.
-void eachCorpusCase(QSize area, double density, const std::function<void(const CorpusCase&)>& visit);
+// Each case in turn; only one of them is in memory. Another seed gives other pages.
+void eachCorpusCase(QSize area, double density, unsigned seed, const std::function<void(const CorpusCase&)>& visit);
 
 } // namespace marrowfin::testsupport

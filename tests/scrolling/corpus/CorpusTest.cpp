@@ -12,7 +12,7 @@ using namespace marrowfin::testsupport;
 TEST(ScrollingCorpus, offsetsAreExactOrRefused) {
     int cases = 0;
     int right = 0;
-    eachCorpusCase({400, 300}, 1, [&](const CorpusCase& one) {
+    eachCorpusCase({400, 300}, 1, 0, [&](const CorpusCase& one) {
         const Result<std::optional<Movement>> movement = ImageRegistration::movement(one.older, one.newer);
         ASSERT_TRUE(movement);
         const int offset = *movement ? (*movement)->offset : 0;
