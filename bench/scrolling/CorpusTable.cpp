@@ -39,10 +39,10 @@ struct Row {
 
 struct Table {
     std::vector<Row> rows;
-    Times best;
     double ours = 0;
     double reference = 0;
     int cases = 0;
+    PhaseCorrelation correlation;
 
     Row& row(const QString& group) {
         if (rows.empty() || rows.back().group != group)
@@ -57,7 +57,7 @@ struct Table {
             if (movement && *movement)
                 mine = (*movement)->offset;
         });
-        reference += secondsOf([&] { theirs = phaseCorrelation(one.older, one.newer); });
+        reference += secondsOf([&] { theirs = correlation.offset(one.older, one.newer); });
         Row& to = row(one.group);
         const int wasRight = to.ours.right;
         to.ours.add(one, mine);

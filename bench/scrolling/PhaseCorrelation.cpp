@@ -19,11 +19,9 @@ cv::Mat brightness(const QImage& frame) {
 
 } // namespace
 
-std::optional<int> phaseCorrelation(const QImage& older, const QImage& newer) {
+std::optional<int> PhaseCorrelation::offset(const QImage& older, const QImage& newer) {
     const cv::Mat before = brightness(older);
     const cv::Mat now = brightness(newer);
-    // One window serves all frames of a session.
-    static cv::Mat window;
     if (window.size() != before.size())
         cv::createHanningWindow(window, before.size(), CV_32F);
     double response = 0;

@@ -2,11 +2,18 @@
 #pragma once
 
 #include <QImage>
+#include <opencv2/core.hpp>
 #include <optional>
 
 namespace marrowfin::bench {
 
-// As our own measure has it: above 0 the content went up. None below the response at which it is noise.
-std::optional<int> phaseCorrelation(const QImage& older, const QImage& newer);
+class PhaseCorrelation {
+public:
+    // As our own measure has it: above 0 the content went up. None below the response at which it is noise.
+    std::optional<int> offset(const QImage& older, const QImage& newer);
+
+private:
+    cv::Mat window; // one serves all frames of a size
+};
 
 } // namespace marrowfin::bench

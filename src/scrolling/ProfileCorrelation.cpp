@@ -43,11 +43,16 @@ public:
     }
 
 private:
+    // A cell is less than 256 pixels wide, so that two sums fit one register.
     static int brightness(const QRgb* pixels, int count) {
-        qint64 sum = 0;
-        for (int i = 0; i < count; ++i)
-            sum += qRed(pixels[i]) + 2 * qGreen(pixels[i]) + qBlue(pixels[i]);
-        return static_cast<int>(sum / count);
+        quint32 redAndBlue = 0;
+        quint32 green = 0;
+        for (int i = 0; i < count; ++i) {
+            redAndBlue += pixels[i] & 0x00ff00ffU;
+            green += pixels[i] >> 8 & 0xffU;
+        }
+        return static_cast<int>(((redAndBlue >> 16) + (redAndBlue & 0xffffU) + 2 * green) /
+                                static_cast<quint32>(count));
     }
     void addRow(const QImage& frame, const CellComparison& cells, int row, std::vector<int>& above) {
         const auto* pixels = reinterpret_cast<const QRgb*>(frame.constScanLine(row));
