@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <gmock/gmock.h>
+#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 using namespace marrowfin;
@@ -204,6 +205,37 @@ TEST_F(HotKeys, ThatAreTakenAreReportedAndTheOthersWork) {
     xcb_ungrab_key(rival->raw(), keyOf4, rival->root(), XCB_MOD_MASK_ANY);
     rival->sync();
     EXPECT_EQ(registered(*keys, keyCode4, 2).status, hotKeyNoError);
+}
+
+// As some desktops hold theirs: the two kinds of grab don't see each other.
+TEST_F(HotKeys, ThatAreTakenByXInputAreReported) {
+    const KeyboardMap map = readKeyboard(*rival);
+    const std::uint32_t state = map.super | XCB_MOD_MASK_SHIFT;
+    const std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    const auto grab = [&] {
+        const auto answer = rival->reply(
+            xcb_input_xi_passive_grab_device_reply,
+            xcb_input_xi_passive_grab_device(
+                rival->raw(), XCB_CURRENT_TIME, rival->root(), XCB_CURSOR_NONE, keyOf4,
+                XCB_INPUT_DEVICE_ALL_MASTER, 1, 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
+                XCB_GRAB_MODE_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, &state));
+        return answer && answer->num_modifiers == 0;
+    };
+    ASSERT_TRUE(grab());
+    EXPECT_EQ(registered(*keys, keyCode4, 2).status, hotKeyExists);
+    EXPECT_EQ(registered(*keys, keyCode3, 1).status, hotKeyNoError);
+    xcb_input_xi_passive_ungrab_device(rival->raw(), rival->root(), keyOf4, XCB_INPUT_DEVICE_ALL_MASTER, 1,
+                                       XCB_INPUT_GRAB_TYPE_KEYCODE, &state);
+    rival->sync();
+    const HotKeyRegistration free = registered(*keys, keyCode4, 2);
+    EXPECT_EQ(free.status, hotKeyNoError);
+    EXPECT_FALSE(grab());
+    chord(keyOf4);
+    waitForPresses(1);
+    EXPECT_THAT(pressed, ElementsAre(2));
+    keys->unregisterHotKey(free.reference);
+    qt->sync();
+    EXPECT_TRUE(grab());
 }
 
 TEST_F(HotKeys, AreFreeForOthersAfterwards) {

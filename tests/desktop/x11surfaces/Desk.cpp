@@ -9,7 +9,6 @@
 #include <array>
 #include <cstring>
 #include <stdexcept>
-#include <xcb/xcb_keysyms.h>
 #include <xcb/xtest.h>
 
 namespace marrowfin::desk {
@@ -158,13 +157,17 @@ void OtherProgram::click(const QPoint& at) {
 }
 
 void OtherProgram::press(xcb_keysym_t key) {
-    xcb_key_symbols_t* symbols = xcb_key_symbols_alloc(c->raw());
-    xcb_keycode_t* codes = xcb_key_symbols_get_keycode(symbols, key);
-    fake(XCB_KEY_PRESS, codes[0]);
-    fake(XCB_KEY_RELEASE, codes[0]);
+    const xcb_keycode_t first = xcb_get_setup(c->raw())->min_keycode;
+    const auto count = static_cast<std::uint8_t>(xcb_get_setup(c->raw())->max_keycode - first + 1);
+    const auto map =
+        c->reply(xcb_get_keyboard_mapping_reply, xcb_get_keyboard_mapping(c->raw(), first, count));
+    const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
+    const auto end = symbols + xcb_get_keyboard_mapping_keysyms_length(map.get());
+    const auto code = static_cast<std::uint8_t>(first + (std::find(symbols, end, key) - symbols) /
+                                                            map->keysyms_per_keycode);
+    fake(XCB_KEY_PRESS, code);
+    fake(XCB_KEY_RELEASE, code);
     c->sync();
-    std::free(codes);
-    xcb_key_symbols_free(symbols);
 }
 
 void OtherProgram::holdKeyboard() {

@@ -1,6 +1,7 @@
 #include "platform/x11/input/KeyboardMap.h"
 
 #include <gmock/gmock.h>
+#include <xkbcommon/xkbcommon.h>
 
 using namespace marrowfin::x11;
 using testing::UnorderedElementsAre;
@@ -33,24 +34,41 @@ TEST(UnderEveryLock, KnowsAKeyboardWithoutScrollLock) {
                 UnorderedElementsAre(mod4, mod4 | lock, mod4 | mod2, mod4 | lock | mod2));
 }
 
-TEST(ModifierWith, FindsTheBitOfASymbol) {
-    ModifierFacts facts;
-    facts.lowest = 8;
-    facts.symbolsPerKey = 2;
-    facts.symbols = {0xFFE9, 0, 0xFF7F,
-                     0,      0, 0xFFEB}; // keys 8: Alt, 9: Num_Lock, 10: Super on its second level
-    facts.keycodes[3] = {8, 0};
-    facts.keycodes[4] = {0, 9};
-    facts.keycodes[6] = {10};
-    EXPECT_EQ(modifierWith(facts, {0xFF7F}), mod2);
-    EXPECT_EQ(modifierWith(facts, {0xFFEB, 0xFFEC}), mod4);
-    EXPECT_EQ(modifierWith(facts, {0xFF14}), 0);
+namespace {
+
+// What the server would hand out for this layout.
+KeyboardMap keyboardOfLayout(const char* layout, const char* options = "") {
+    xkb_context* context = xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES);
+    const xkb_rule_names names{"evdev", "pc105", layout, "", options};
+    xkb_keymap* keymap = xkb_keymap_new_from_names(context, &names, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    EXPECT_NE(keymap, nullptr);
+    const KeyboardMap map = keyboardOf(keymap);
+    xkb_keymap_unref(keymap);
+    xkb_context_unref(context);
+    return map;
 }
 
-TEST(ModifierWith, IgnoresKeysThatTheMapDoesntHave) {
-    ModifierFacts facts;
-    facts.symbolsPerKey = 1;
-    facts.symbols = {0xFF7F};
-    facts.keycodes[4] = {3, 200};
-    EXPECT_EQ(modifierWith(facts, {0xFF7F}), 0);
+} // namespace
+
+TEST(KeyboardOf, NamesPhysicalKeysWhateverTheyBear) {
+    const std::map<std::string, std::uint8_t> row{{"AE03", 12}, {"AE04", 13}, {"AE05", 14}};
+    for (const char* layout : {"us", "fr", "ru", "de", "jp"})
+        EXPECT_EQ(keyboardOfLayout(layout).keys, row) << layout;
+}
+
+TEST(KeyboardOf, FindsTheModifiersByWhatTheirKeysDo) {
+    const KeyboardMap map = keyboardOfLayout("us");
+    EXPECT_EQ(map.super, mod4);
+    EXPECT_EQ(map.numLock, mod2);
+    EXPECT_EQ(map.scrollLock, 0);
+    // A layout whose fifth modifier the scroll lock key locks.
+    EXPECT_NE(keyboardOfLayout("us", "scroll:mod3").scrollLock, 0);
+    EXPECT_EQ(keyboardOfLayout("us", "altwin:swap_alt_win").super, mod4);
+}
+
+TEST(KeyboardOf, WithoutAKeymapHasWhatEveryCommonKeyboardHas) {
+    const KeyboardMap map = keyboardOf(nullptr);
+    EXPECT_EQ(map.keys.at("AE04"), 13);
+    EXPECT_EQ(map.super, mod4);
+    EXPECT_EQ(map.numLock, 0);
 }

@@ -1,101 +1,94 @@
 #include "platform/x11/input/KeyboardMap.h"
 
-#include "platform/x11/server/Xkb.h"
-
 #include <algorithm>
+#include <memory>
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
 
 namespace marrowfin::x11 {
 
 namespace {
 
-constexpr std::uint32_t superLeft = 0xFFEB;
-constexpr std::uint32_t superRight = 0xFFEC;
-constexpr std::uint32_t numLockSymbol = 0xFF7F;
-constexpr std::uint32_t scrollLockSymbol = 0xFF14;
+template <class T, void (*unref)(T*)>
+struct Unref {
+    void operator()(T* object) const { unref(object); }
+};
+using Context = std::unique_ptr<xkb_context, Unref<xkb_context, xkb_context_unref>>;
+using Keymap = std::unique_ptr<xkb_keymap, Unref<xkb_keymap, xkb_keymap_unref>>;
+using State = std::unique_ptr<xkb_state, Unref<xkb_state, xkb_state_unref>>;
 
-std::map<std::string, std::uint8_t> namedKeys(const Connection& c) {
-    std::map<std::string, std::uint8_t> keys;
-    if (!c.extensions().xkb)
-        return keys;
-    const auto names = c.reply(xcb_xkb_get_names_reply, xcb_xkb_get_names(c.raw(), XCB_XKB_ID_USE_CORE_KBD,
-                                                                          XCB_XKB_NAME_DETAIL_KEY_NAMES));
-    if (!names)
-        return keys;
-    xcb_xkb_get_names_value_list_t list;
-    xcb_xkb_get_names_value_list_unpack(
-        xcb_xkb_get_names_value_list(names.get()), names->nTypes, names->indicators, names->virtualMods,
-        names->groupNames, names->nKeys, names->nKeyAliases, names->nRadioGroups, names->which, &list);
-    for (int i = 0; i < names->nKeys; ++i) {
-        const char* name = list.keyNames[i].name;
-        keys.emplace(std::string(name, std::find(name, name + 4, '\0')),
-                     static_cast<std::uint8_t>(names->firstKey + i));
+// The keys that bear the symbol on any of their levels.
+std::vector<xkb_keycode_t> keysWith(xkb_keymap* keymap, xkb_keysym_t symbol) {
+    std::vector<xkb_keycode_t> keys;
+    for (xkb_keycode_t key = xkb_keymap_min_keycode(keymap); key <= xkb_keymap_max_keycode(keymap); ++key) {
+        for (xkb_level_index_t level = 0; level < xkb_keymap_num_levels_for_key(keymap, key, 0); ++level) {
+            const xkb_keysym_t* symbols = nullptr;
+            const int count = xkb_keymap_key_get_syms_by_level(keymap, key, 0, level, &symbols);
+            if (std::find(symbols, symbols + count, symbol) != symbols + count) {
+                keys.push_back(key);
+                break;
+            }
+        }
     }
     return keys;
 }
 
-ModifierFacts modifierFacts(const Connection& c) {
-    const xcb_setup_t* setup = xcb_get_setup(c.raw());
-    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const auto modifiersCookie = xcb_get_modifier_mapping(c.raw());
-    const auto symbolsCookie = xcb_get_keyboard_mapping(c.raw(), setup->min_keycode, count);
-    const auto modifiers = c.reply(xcb_get_modifier_mapping_reply, modifiersCookie);
-    const auto symbols = c.reply(xcb_get_keyboard_mapping_reply, symbolsCookie);
-    ModifierFacts facts;
-    if (!modifiers || !symbols)
-        return facts;
-    const xcb_keycode_t* codes = xcb_get_modifier_mapping_keycodes(modifiers.get());
-    for (std::vector<std::uint8_t>& ofModifier : facts.keycodes) {
-        ofModifier.assign(codes, codes + modifiers->keycodes_per_modifier);
-        codes += modifiers->keycodes_per_modifier;
+// The modifiers of the X protocol that stand after such a key was pressed, or pressed and let go. Shift, Lock
+// and Control mean themselves.
+std::uint16_t modifierOf(xkb_keymap* keymap, xkb_keysym_t symbol, xkb_state_component component) {
+    constexpr xkb_mod_mask_t mod1To5 = 0xF8;
+    for (const xkb_keycode_t key : keysWith(keymap, symbol)) {
+        const State state(xkb_state_new(keymap));
+        xkb_state_update_key(state.get(), key, XKB_KEY_DOWN);
+        const xkb_mod_mask_t set = xkb_state_serialize_mods(state.get(), component) & mod1To5;
+        if (set != 0)
+            return static_cast<std::uint16_t>(set);
     }
-    facts.lowest = setup->min_keycode;
-    facts.symbolsPerKey = symbols->keysyms_per_keycode;
-    const xcb_keysym_t* first = xcb_get_keyboard_mapping_keysyms(symbols.get());
-    facts.symbols.assign(first, first + xcb_get_keyboard_mapping_keysyms_length(symbols.get()));
-    return facts;
+    return 0;
 }
 
-bool carries(const ModifierFacts& facts, std::uint8_t keycode, const std::vector<std::uint32_t>& wanted) {
-    if (keycode < facts.lowest)
-        return false;
-    const auto begin =
-        static_cast<std::size_t>(keycode - facts.lowest) * static_cast<std::size_t>(facts.symbolsPerKey);
-    const auto end = begin + static_cast<std::size_t>(facts.symbolsPerKey);
-    if (end > facts.symbols.size())
-        return false;
-    const auto at = facts.symbols.begin();
-    return std::find_first_of(at + static_cast<std::ptrdiff_t>(begin), at + static_cast<std::ptrdiff_t>(end),
-                              wanted.begin(), wanted.end()) != at + static_cast<std::ptrdiff_t>(end);
+void addNamedKeys(xkb_keymap* keymap, KeyboardMap& map) {
+    for (const char* name : {"AE03", "AE04", "AE05"}) {
+        const xkb_keycode_t key = xkb_keymap_key_by_name(keymap, name);
+        if (key != XKB_KEYCODE_INVALID && key <= 0xFF)
+            map.keys.emplace(name, static_cast<std::uint8_t>(key));
+    }
+}
+
+Keymap keymapOf(const Connection& connection) {
+    if (!connection.extensions().xkb)
+        return nullptr;
+    const Context context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
+    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection.raw());
+    if (!context || device < 0)
+        return nullptr;
+    return Keymap(
+        xkb_x11_keymap_new_from_device(context.get(), connection.raw(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
 } // namespace
 
 KeyboardMap readKeyboard(const Connection& connection) {
+    return keyboardOf(keymapOf(connection).get());
+}
+
+KeyboardMap keyboardOf(xkb_keymap* keymap) {
     KeyboardMap map;
-    map.keys = namedKeys(connection);
-    // Without XKB there are no names. The drivers in use today (evdev, libinput, Xvfb, Xwayland) number the
-    // keys of the row alike.
+    if (keymap) {
+        addNamedKeys(keymap, map);
+        map.super = modifierOf(keymap, XKB_KEY_Super_L, XKB_STATE_MODS_DEPRESSED);
+        if (map.super == 0)
+            map.super = modifierOf(keymap, XKB_KEY_Super_R, XKB_STATE_MODS_DEPRESSED);
+        map.numLock = modifierOf(keymap, XKB_KEY_Num_Lock, XKB_STATE_MODS_LOCKED);
+        map.scrollLock = modifierOf(keymap, XKB_KEY_Scroll_Lock, XKB_STATE_MODS_LOCKED);
+    }
+    // The drivers in use today (evdev, libinput, Xvfb, Xwayland) number the keys of the row alike.
     map.keys.emplace("AE03", static_cast<std::uint8_t>(12));
     map.keys.emplace("AE04", static_cast<std::uint8_t>(13));
     map.keys.emplace("AE05", static_cast<std::uint8_t>(14));
-    const ModifierFacts facts = modifierFacts(connection);
-    map.super = modifierWith(facts, {superLeft, superRight});
     if (map.super == 0)
         map.super = XCB_MOD_MASK_4; // where every common keymap has it
-    map.numLock = modifierWith(facts, {numLockSymbol});
-    map.scrollLock = modifierWith(facts, {scrollLockSymbol});
     return map;
-}
-
-std::uint16_t modifierWith(const ModifierFacts& facts, const std::vector<std::uint32_t>& symbols) {
-    constexpr std::size_t firstFree = 3; // Shift, Lock and Control mean themselves
-    for (std::size_t i = firstFree; i < facts.keycodes.size(); ++i) {
-        for (const std::uint8_t keycode : facts.keycodes[i]) {
-            if (keycode != 0 && carries(facts, keycode, symbols))
-                return static_cast<std::uint16_t>(1U << i);
-        }
-    }
-    return 0;
 }
 
 std::vector<std::uint16_t> underEveryLock(std::uint16_t wanted, const KeyboardMap& keyboard) {

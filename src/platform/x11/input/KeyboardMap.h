@@ -4,11 +4,12 @@
 
 #include "platform/x11/server/Connection.h"
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
+
+struct xkb_keymap;
 
 namespace marrowfin::x11 {
 
@@ -21,17 +22,8 @@ struct KeyboardMap {
     friend bool operator==(const KeyboardMap&, const KeyboardMap&) = default;
 };
 KeyboardMap readKeyboard(const Connection& connection);
-
-// What the modifier map says: keycodes by modifier (Shift, Lock, Control, Mod1 to Mod5), and the symbols of
-// each keycode from the lowest one on.
-struct ModifierFacts {
-    std::array<std::vector<std::uint8_t>, 8> keycodes;
-    std::uint8_t lowest = 8;
-    int symbolsPerKey = 0;
-    std::vector<std::uint32_t> symbols;
-};
-// The modifier bits that carry one of the symbols; 0 when none does.
-std::uint16_t modifierWith(const ModifierFacts& facts, const std::vector<std::uint32_t>& symbols);
+// What a keymap of the X server's says; without one (null), what every common keyboard has.
+KeyboardMap keyboardOf(xkb_keymap* keymap);
 
 // Every state of the lock keys together with the wanted modifiers: each a grab of its own, because X compares
 // the whole state.

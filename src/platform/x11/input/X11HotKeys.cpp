@@ -49,7 +49,7 @@ X11HotKeys::~X11HotKeys() {
         QCoreApplication::instance()->removeNativeEventFilter(this);
     for (const HotKey& key : hotKeys) {
         if (key.grabs)
-            release(*key.grabs);
+            giveBack(connection, key.grabs->held);
     }
     connection.flush();
 }
@@ -93,7 +93,7 @@ void X11HotKeys::unregisterHotKey(HotKeyRef reference) {
     if (at == hotKeys.end())
         return;
     if (at->grabs)
-        release(*at->grabs);
+        giveBack(connection, at->grabs->held);
     connection.flush();
     hotKeys.erase(at);
 }
@@ -102,38 +102,19 @@ QString X11HotKeys::settingsPlace() const {
     return keyboardSettingsPlace(qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
 }
 
-// All or nothing: a key that works with one lock and not with another is worse than one that is known to be
-// taken.
 std::optional<X11HotKeys::Grabs> X11HotKeys::grab(const Combination& combination) {
     const auto key = keyboard.keys.find(keyName(combination.keyCode));
     if (key == keyboard.keys.end())
         return std::nullopt;
     Grabs grabs;
-    grabs.key = key->second;
     if ((combination.modifiers & modifierCommand) != 0)
         grabs.wanted |= keyboard.super;
     if ((combination.modifiers & modifierShift) != 0)
         grabs.wanted |= XCB_MOD_MASK_SHIFT;
-    grabs.states = underEveryLock(grabs.wanted, keyboard);
-    std::vector<xcb_void_cookie_t> cookies;
-    for (const std::uint16_t state : grabs.states)
-        cookies.push_back(xcb_grab_key_checked(connection.raw(), 0, connection.root(), state, grabs.key,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-    std::vector<std::uint16_t> taken;
-    std::vector<std::uint16_t> ours;
-    for (std::size_t i = 0; i < cookies.size(); ++i)
-        (connection.check(cookies[i]) == 0 ? ours : taken).push_back(grabs.states[i]);
-    if (taken.empty())
-        return grabs;
-    grabs.states = ours;
-    release(grabs);
-    connection.flush();
-    return std::nullopt;
-}
-
-void X11HotKeys::release(const Grabs& grabs) {
-    for (const std::uint16_t state : grabs.states)
-        connection.ignore(xcb_ungrab_key_checked(connection.raw(), grabs.key, connection.root(), state));
+    grabs.held = {key->second, underEveryLock(grabs.wanted, keyboard)};
+    if (!take(connection, grabs.held))
+        return std::nullopt;
+    return grabs;
 }
 
 bool X11HotKeys::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
@@ -157,7 +138,7 @@ bool X11HotKeys::pressed(const xcb_key_press_event_t& event) {
     if (event.event != connection.root())
         return false;
     const auto at = std::find_if(hotKeys.begin(), hotKeys.end(), [&](const HotKey& key) {
-        return key.grabs && key.grabs->key == event.detail &&
+        return key.grabs && key.grabs->held.key == event.detail &&
                (event.state & key.grabs->wanted) == key.grabs->wanted;
     });
     if (at == hotKeys.end())
@@ -172,7 +153,7 @@ bool X11HotKeys::pressed(const xcb_key_press_event_t& event) {
 // Whatever window it goes to: an overlay that took the keyboard meanwhile gets the release.
 void X11HotKeys::released(const xcb_key_release_event_t& event) {
     for (HotKey& key : hotKeys) {
-        if (key.grabs && key.grabs->key == event.detail)
+        if (key.grabs && key.grabs->held.key == event.detail)
             key.releasedAt = event.time;
     }
 }
@@ -198,7 +179,7 @@ void X11HotKeys::regrab() {
     keyboard = std::move(now);
     for (const HotKey& key : hotKeys) {
         if (key.grabs)
-            release(*key.grabs);
+            giveBack(connection, key.grabs->held);
     }
     for (HotKey& key : hotKeys) {
         key.grabs = grab(key.combination);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/HotKeyHandlers.h"
+#include "platform/x11/input/KeyGrab.h"
 #include "platform/x11/input/KeyboardMap.h"
 #include "platform/x11/server/Connection.h"
 
@@ -36,9 +37,8 @@ private:
     };
     // What was grabbed for it: none after a keyboard change that left the key to another program.
     struct Grabs {
-        std::uint8_t key = 0;
+        KeyGrab held;
         std::uint16_t wanted = 0;
-        std::vector<std::uint16_t> states;
     };
     struct HotKey {
         platform::HotKeyRef reference = 0;
@@ -53,7 +53,6 @@ private:
     bool pressed(const xcb_key_press_event_t& event);
     void released(const xcb_key_release_event_t& event);
     std::optional<Grabs> grab(const Combination& combination);
-    void release(const Grabs& grabs);
     void keyboardMayHaveChanged();
     void regrab();
 
