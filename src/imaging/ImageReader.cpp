@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <algorithm>
 #include <array>
 #include <mutex>
 
@@ -24,9 +25,30 @@ bool isReadableFormat(const QByteArray& format) {
     return false;
 }
 
+// What decoding takes, which the file's head tells. Whatever shows a picture makes 32 bits of each pixel of
+// it, so that is the least that one counts.
+qint64 decodedBytes(const QImageReader& reader, const QSize& size) {
+    const QPixelFormat pixel =
+        QImage::toPixelFormat(reader.imageFormat()); // no bits where the decoder can't say
+    const qint64 bytesPerPixel = std::max(pixel.bitsPerPixel() / 8, 4);
+    return static_cast<qint64>(size.width()) * size.height() * bytesPerPixel;
+}
+
+// Every other part of the program has 8 bits a channel: the rest isn't kept.
+QImage atEightBits(QImage pixels) {
+    switch (pixels.format()) {
+    case QImage::Format_Grayscale16:
+        return std::move(pixels).convertToFormat(QImage::Format_Grayscale8);
+    default:
+        if (pixels.depth() <= 32)
+            return pixels;
+        return pixels.hasAlphaChannel() ? std::move(pixels).convertToFormat(QImage::Format_ARGB32)
+                                        : std::move(pixels).convertToFormat(QImage::Format_RGB32);
+    }
+}
+
 Result<Image> readFrom(QIODevice& device) {
-    // The toolkit's limit of 128 MB is below an ordinary 6K capture; ours is by side, checked before
-    // decoding.
+    // The toolkit's limit of 128 MB is below an ordinary 6K capture; ours is checked before decoding.
     std::call_once(limitLifted, [] { QImageReader::setAllocationLimit(0); });
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
@@ -36,9 +58,9 @@ Result<Image> readFrom(QIODevice& device) {
     const QSize size = reader.size();
     if (size.isEmpty())
         return failure(QStringLiteral("The picture is damaged."));
-    if (size.width() > largestImageSide || size.height() > largestImageSide)
-        return failure(QStringLiteral("The image is larger than %1 pixels on a side.").arg(largestImageSide));
-    QImage pixels = reader.read();
+    if (decodedBytes(reader, size) > largestDecodedImage)
+        return failure(QStringLiteral("The picture is too large to be opened."));
+    QImage pixels = atEightBits(reader.read());
     if (pixels.isNull())
         return failure(reader.errorString());
     return Image::captured(std::move(pixels));

@@ -10,10 +10,12 @@
 
 namespace marrowfin::imaging {
 
-// The largest picture that is read, in pixels per side.
-constexpr int largestImageSide = 16384;
+// The most bytes that a picture may take when it is decoded. Its sides play no part: a scrolled page is
+// 60,000 rows high.
+constexpr qint64 largestDecodedImage = qint64{3} << 29; // 1.5 GiB
 
-// One size unit per pixel. The error says what is wrong with the bytes, for a person.
+// One size unit per pixel, at most 8 bits a channel. The error says what is wrong with the bytes, for a
+// person.
 Result<Image> readImage(const QByteArray& bytes);
 Result<Image> readImageFile(const QString& path);
 

@@ -47,10 +47,11 @@ quint32 crc(const QByteArray& bytes) {
 }
 
 // A PNG that says it has this size, with a right checksum.
-QByteArray pngClaiming(quint32 width, quint32 height) {
+QByteArray pngClaiming(quint32 width, quint32 height, char bitsPerChannel = 8) {
     QByteArray bytes = encodePng(slope({4, 4}));
     qToBigEndian(width, bytes.data() + 16);
     qToBigEndian(height, bytes.data() + 20);
+    bytes[24] = bitsPerChannel;
     qToBigEndian(crc(bytes.mid(12, 17)), bytes.data() + 29);
     return bytes;
 }
@@ -105,23 +106,62 @@ TEST(ImageReader, readsAPictureOverTheToolkitsOwnLimit) {
     EXPECT_EQ(image->size(), QSizeF(8000, 6000));
 }
 
-TEST(ImageReader, theLimitIsBySide) {
-    QImage strip(largestImageSide, 2, QImage::Format_Grayscale8);
-    strip.fill(1);
-    EXPECT_TRUE(readImage(encodePng(strip)));
-    QImage tooWide(largestImageSide + 1, 2, QImage::Format_Grayscale8);
-    tooWide.fill(1);
-    const Result<Image> refused = readImage(encodePng(tooWide));
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().message, "The image is larger than 16384 pixels on a side.");
-    QImage tooHigh(2, largestImageSide + 1, QImage::Format_Grayscale8);
-    tooHigh.fill(1);
-    expectRefused(encodePng(tooHigh));
+TEST(ImageReader, aScrolledPageOpensWhole) {
+    QImage page(2880, 60'000, QImage::Format_RGB32); // 691 MB
+    page.fill(0xfffafafaU);
+    page.setPixel(2879, 59'999, 0xff010203U);
+    const Result<Image> image = readImage(encodePng(page));
+    ASSERT_TRUE(image) << image.error().message.toStdString();
+    EXPECT_EQ(image->size(), QSizeF(2880, 60'000));
+    EXPECT_EQ(image->pixels().pixel(2879, 59'999), 0xff010203U);
+}
+
+TEST(ImageReader, theSidesPlayNoPart) {
+    for (const QSize size : {QSize(100'000, 2), QSize(2, 100'000)}) {
+        QImage strip(size, QImage::Format_Grayscale8);
+        strip.fill(1);
+        const Result<Image> image = readImage(encodePng(strip));
+        ASSERT_TRUE(image);
+        EXPECT_EQ(image->size(), QSizeF(size));
+    }
+}
+
+TEST_F(DamagedFiles, theLimitIsTheTotalDecoded) {
+    // These have no pixels after the head: what isn't refused for its size is refused as damaged.
+    const auto errorOf = [](const QByteArray& bytes) {
+        const Result<Image> result = readImage(bytes);
+        return result ? QStringLiteral("none") : result.error().message;
+    };
+    const QString tooLarge = QStringLiteral("The picture is too large to be opened.");
+    const quint32 width = 32'768;
+    const quint32 height = largestDecodedImage / 4 / width;
+    EXPECT_NE(errorOf(pngClaiming(width, height).first(60)), tooLarge);
+    EXPECT_EQ(errorOf(pngClaiming(width, height + 1)), tooLarge);
+    EXPECT_EQ(errorOf(pngClaiming(height + 1, width)), tooLarge);
+    // Twice the bytes a pixel while it is decoded, half as many pixels.
+    constexpr char sixteenBits = 16;
+    EXPECT_NE(errorOf(pngClaiming(width, height / 2, sixteenBits).first(60)), tooLarge);
+    EXPECT_EQ(errorOf(pngClaiming(width, height / 2 + 1, sixteenBits)), tooLarge);
+}
+
+TEST(ImageReader, aDeepPictureIsKeptAtEightBits) {
+    QImage deep(40, 30, QImage::Format_RGBA64);
+    deep.fill(qRgba(200, 100, 50, 128));
+    const Result<Image> image = readImage(saved(deep, "PNG"));
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->pixels().depth(), 32);
+    EXPECT_EQ(image->pixels().pixel(20, 20), qRgba(200, 100, 50, 128));
+    QImage grey(40, 30, QImage::Format_Grayscale16);
+    grey.fill(qRgb(90, 90, 90));
+    const Result<Image> plain = readImage(saved(grey, "PNG"));
+    ASSERT_TRUE(plain);
+    EXPECT_EQ(plain->pixels().depth(), 8);
+    EXPECT_EQ(plain->pixels().pixel(20, 20), qRgb(90, 90, 90));
 }
 
 TEST(ImageReader, aSizeThatIsOnlyClaimedCostsNothing) {
     expectRefused(pngClaiming(2'000'000'000, 2'000'000'000));
-    expectRefused(pngClaiming(100'000, 1));
+    expectRefused(pngClaiming(100'000, 100'000));
     expectRefused(pngClaiming(0, 5));
     expectRefused(pngClaiming(0xffffffffU, 0xffffffffU));
 }
