@@ -2,6 +2,7 @@
 // waits or runs. The plumbing of base/Flow.h. Main thread; only the memory of its owner counts is shared.
 #pragma once
 
+#include <QtGlobal> // moc fails on <coroutine> unless it has seen a header of the toolkit's before
 #include <coroutine>
 #include <functional>
 #include <memory>
