@@ -23,11 +23,12 @@ constexpr std::array flags{
 };
 } // namespace
 
-std::optional<LaunchMode> launchMode(const QStringList& arguments) {
+std::vector<LaunchMode> launchModes(const QStringList& arguments) {
+    std::vector<LaunchMode> asked;
     for (const Flag& candidate : flags)
         if (arguments.contains(QLatin1String(candidate.text)))
-            return candidate.mode;
-    return std::nullopt;
+            asked.push_back(candidate.mode);
+    return asked;
 }
 
 QString flag(LaunchMode mode) {

@@ -3,7 +3,7 @@
 
 #include <QString>
 #include <QStringList>
-#include <optional>
+#include <vector>
 
 namespace marrowfin::app {
 
@@ -19,9 +19,9 @@ enum class LaunchMode {
     cropDemo,
 };
 
-// The first flag of the fixed order that any element of the list, the program's path included, equals
-// exactly. Nothing: the normal application.
-std::optional<LaunchMode> launchMode(const QStringList& arguments);
+// Those whose flag any element of the list, the program's path included, equals exactly; in the fixed order
+// in which they are tested. None: the normal application.
+std::vector<LaunchMode> launchModes(const QStringList& arguments);
 QString flag(LaunchMode mode);
 
 } // namespace marrowfin::app

@@ -1,4 +1,4 @@
-// The desktop as the rest of the program sees it: one reference to each interface, installed once by main()
+// The desktop as the rest of the program sees it: one reference to each interface, installed once by Runtime
 // or by a test and asked for by whoever needs it. Main thread, but for ScreenSource (see there).
 #pragma once
 

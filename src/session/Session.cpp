@@ -8,7 +8,6 @@
 #include "platform/freedesktop/FreedesktopOpener.h"
 #include "platform/freedesktop/FreedesktopStatusBar.h"
 #include "platform/x11/X11Backend.h"
-#include "platform/x11/server/Connection.h"
 #include "platform/x11/surfaces/X11SurfaceHost.h"
 
 #include <QDBusConnection>
@@ -30,12 +29,14 @@ namespace {
 
 // Others find the program by its name on the bus. A refusal is of no interest: nobody guards against two
 // instances.
-void requestBusName() {
+void requestBusName(const QString& name) {
+    if (name.isEmpty())
+        return;
     QDBusMessage request = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
     constexpr uint doNotQueue = 4;
-    request << QStringLiteral("io.tessaly.marrowfin") << doNotQueue;
+    request << name << doNotQueue;
     QDBusConnection::sessionBus().call(request, QDBus::NoBlock);
 }
 
@@ -44,22 +45,10 @@ void requestBusName() {
 Session::Session(std::unique_ptr<Parts> made) : parts(std::move(made)) {}
 Session::~Session() = default;
 
-Result<void> Session::prepare() {
-    // There is one backend; on a Wayland desktop it runs on Xwayland. Who sets a platform plugin keeps it.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "xcb");
-    if (qgetenv("QT_QPA_PLATFORM") != "xcb")
-        return {};
-    // The toolkit aborts when it can't connect; this says why first.
-    const Result<std::unique_ptr<x11::Connection>> reachable = x11::Connection::open();
-    if (!reachable)
-        return failure(QStringLiteral("Marrowfin needs an X11 desktop: ") + reachable.error().message);
-    return {};
-}
-
-Result<std::unique_ptr<Session>> Session::open(std::function<void()> lastWill) {
+Result<std::unique_ptr<Session>> Session::open(const QString& busName,
+                                               std::function<void(const QString&)> onLost) {
     auto parts = std::make_unique<Parts>();
-    Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make(std::move(lastWill));
+    Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make(std::move(onLost));
     if (!backend)
         return tl::unexpected(backend.error());
     Result<std::unique_ptr<platform::SurfaceHost>> surfaceHost = x11::makeSurfaceHost((*backend)->grabs());
@@ -67,7 +56,7 @@ Result<std::unique_ptr<Session>> Session::open(std::function<void()> lastWill) {
         return tl::unexpected(surfaceHost.error());
     parts->backend = std::move(*backend);
     parts->surfaceHost = std::move(*surfaceHost);
-    requestBusName();
+    requestBusName(busName);
     return std::unique_ptr<Session>(new Session(std::move(parts)));
 }
 

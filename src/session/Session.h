@@ -12,12 +12,11 @@ namespace marrowfin::session {
 
 class Session {
 public:
-    // Before QApplication is made: chooses the window system. The error is a sentence for the user.
-    static Result<void> prepare();
-    // After QApplication is made. The last will runs when the desktop goes away under the program, right
-    // before the process ends without destructors: for files that are being written. It must not touch a
-    // window.
-    static Result<std::unique_ptr<Session>> open(std::function<void()> lastWill = {});
+    // After QApplication is made, on the window system that was chosen before it (WindowSystem.h). The bus
+    // name is requested unless it is empty. Tells, on the main thread and with a line that says so, when the
+    // desktop goes away under the program; what is told must not touch a window, nor return.
+    static Result<std::unique_ptr<Session>> open(const QString& busName = {},
+                                                 std::function<void(const QString& line)> onLost = {});
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;

@@ -53,6 +53,26 @@ TEST_F(SharedObject, isBuiltOnFirstUseAndOnce) {
     EXPECT_EQ(events, QStringList("made 1"));
 }
 
+TEST_F(SharedObject, theOldestMayBeKeptForLater) {
+    Shared<One>::instance();
+    const std::size_t oldest = SharedObjects::count();
+    Shared<Two>::instance();
+    SharedObjects::destroyAllBut(oldest);
+    EXPECT_EQ(events, QStringList({"made 1", "made 2", "gone 2"}));
+    EXPECT_TRUE(Shared<One>::exists());
+}
+
+TEST_F(SharedObject, noneIsBuiltOnceTheyAreClosed) {
+    Shared<One>::instance();
+    SharedObjects::close();
+    Shared<One>::instance();
+    EXPECT_DEATH(Shared<Two>::instance(), "invariant broken");
+    SharedObjects::destroyAll();
+    EXPECT_DEATH(Shared<One>::instance(), "invariant broken");
+    SharedObjects::reopen();
+    Shared<One>::instance();
+}
+
 TEST_F(SharedObject, theYoungestGoesFirst) {
     Shared<Two>::instance();
     Shared<One>::instance();

@@ -84,6 +84,13 @@ class HotKeys(Story):
     def test_of_two_flags_the_order_of_the_modes_decides(self):
         self.assertIn("--self-test", self.start_mode("--crop-demo", "--self-test"))
 
+    def test_arguments_that_the_toolkit_knows_are_unknown_to_the_program(self):
+        for arguments in (["-display", ":77"], ["--platform", "nonsense"], ["-style", "nonsense", "-reverse"]):
+            with self.subTest(arguments=arguments):
+                self.start_program(arguments=arguments)
+                self.assertEqual(self.program.stop(), 0)
+                self.assertEqual(self.program.errors, [])
+
     def test_what_merely_begins_with_a_flag_starts_the_program(self):
         self.start_program(arguments=["--self-tests"])
 

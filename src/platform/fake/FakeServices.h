@@ -87,6 +87,7 @@ public:
     std::optional<Error> writeError;
     // Called when the contents are about to be cleared.
     std::function<void()> onClear;
+    std::function<void()> onHandOver;
 
     void clearContents() override;
     Outcome<void> writeImage(const imaging::Image& image) override;
@@ -94,7 +95,11 @@ public:
     Outcome<std::optional<imaging::Image>> readImage() override {
         return settled<std::optional<imaging::Image>>(image);
     }
-    void handOver() override { calls.push_back(QStringLiteral("handOver")); }
+    void handOver() override {
+        calls.push_back(QStringLiteral("handOver"));
+        if (onHandOver)
+            onHandOver();
+    }
 };
 
 class FakeStatusItem : public platform::StatusItem {

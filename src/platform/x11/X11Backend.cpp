@@ -13,10 +13,10 @@
 namespace marrowfin::x11 {
 
 struct X11Backend::Parts {
-    Parts(std::unique_ptr<Connection> qt, std::function<void()> lastWill)
-        : connection(std::move(qt)), loss(connection->raw(), std::move(lastWill)),
-          screens(*connection, board), grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)),
-          source(grabs), hotKeys(*connection), scrollGestures(*connection), pasteboard(*connection) {}
+    Parts(std::unique_ptr<Connection> qt, std::function<void(const QString&)> onLost)
+        : connection(std::move(qt)), loss(connection->raw(), std::move(onLost)), screens(*connection, board),
+          grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)), source(grabs),
+          hotKeys(*connection), scrollGestures(*connection), pasteboard(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;
@@ -30,11 +30,11 @@ struct X11Backend::Parts {
     X11Pasteboard pasteboard;
 };
 
-Result<std::unique_ptr<X11Backend>> X11Backend::make(std::function<void()> lastWill) {
+Result<std::unique_ptr<X11Backend>> X11Backend::make(std::function<void(const QString&)> onLost) {
     auto connection = Connection::adoptQt();
     if (!connection)
         return tl::unexpected(connection.error());
-    auto parts = std::make_unique<Parts>(*std::move(connection), std::move(lastWill));
+    auto parts = std::make_unique<Parts>(*std::move(connection), std::move(onLost));
     return std::unique_ptr<X11Backend>(new X11Backend(std::move(parts)));
 }
 

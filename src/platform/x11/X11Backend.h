@@ -25,9 +25,9 @@ class X11Screens;
 
 class X11Backend {
 public:
-    // Unavailable when the application doesn't run on X11. When the X server goes away, the last will runs
-    // and the program ends with exit code 1 (see ConnectionLoss).
-    static Result<std::unique_ptr<X11Backend>> make(std::function<void()> lastWill = {});
+    // Unavailable when the application doesn't run on X11. Tells when the X server goes away (see
+    // ConnectionLoss).
+    static Result<std::unique_ptr<X11Backend>> make(std::function<void(const QString& line)> onLost = {});
     ~X11Backend();
     X11Backend(const X11Backend&) = delete;
     X11Backend& operator=(const X11Backend&) = delete;

@@ -1,14 +1,11 @@
 #include "platform/x11/server/ConnectionLoss.h"
 
 #include "base/Invariant.h"
-#include "base/Log.h"
 #include "base/Outcome.h"
 
-#include <QString>
 #include <QtGlobal>
 #include <atomic>
 #include <cstdlib>
-#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace marrowfin::x11 {
@@ -17,24 +14,22 @@ namespace {
 
 // Handlers of the C library and of Qt carry no data.
 xcb_connection_t* watched = nullptr;
-std::function<void()> will;
+std::function<void(const QString&)> tell;
 QtMessageHandler before = nullptr;
-std::atomic_flag ended;
+std::atomic_flag told;
 
-void endIfLost() {
-    if (!watched || xcb_connection_has_error(watched) == 0 || ended.test_and_set())
+void tellIfLost() {
+    if (!watched || xcb_connection_has_error(watched) == 0 || told.test_and_set())
         return;
-    logLine(QStringLiteral("[Marrowfin] The connection to the X server is lost."));
-    if (will)
-        will();
-    ::_exit(1);
+    if (tell)
+        tell(QStringLiteral("[Marrowfin] The connection to the X server is lost."));
 }
 
 // Qt says a word before it calls exit(), on the main thread: this is the first moment at which the loss is
 // known, and the last one at which everything still stands.
 void listen(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (isMainThread())
-        endIfLost();
+        tellIfLost();
     if (before)
         before(type, context, message);
 }
@@ -42,15 +37,15 @@ void listen(QtMsgType type, const QMessageLogContext& context, const QString& me
 // For an exit() that was called without a word, as Xlib does.
 void atExit() {
     if (isMainThread())
-        endIfLost();
+        tellIfLost();
 }
 
 } // namespace
 
-ConnectionLoss::ConnectionLoss(xcb_connection_t* connection, std::function<void()> lastWill) {
+ConnectionLoss::ConnectionLoss(xcb_connection_t* connection, std::function<void(const QString&)> onLost) {
     MARROWFIN_INVARIANT(!watched);
     watched = connection;
-    will = std::move(lastWill);
+    tell = std::move(onLost);
     before = qInstallMessageHandler(listen);
     std::atexit(atExit);
 }
@@ -58,7 +53,8 @@ ConnectionLoss::ConnectionLoss(xcb_connection_t* connection, std::function<void(
 ConnectionLoss::~ConnectionLoss() {
     qInstallMessageHandler(before);
     watched = nullptr;
-    will = nullptr;
+    tell = nullptr;
+    told.clear();
 }
 
 void ConnectionLoss::lookNow() {
@@ -66,7 +62,7 @@ void ConnectionLoss::lookNow() {
         return;
     // The answer is of no interest: without one the connection knows that it is broken.
     std::free(xcb_get_input_focus_reply(watched, xcb_get_input_focus(watched), nullptr));
-    endIfLost();
+    tellIfLost();
 }
 
 } // namespace marrowfin::x11
