@@ -17,7 +17,7 @@ constexpr std::chrono::seconds remembered(3);
 } // namespace
 
 SurfaceContext::SurfaceContext(std::unique_ptr<Connection> connection, std::shared_ptr<GrabLink> link)
-    : qt(std::move(connection)), compositor(*qt), contents(*qt), focus(*qt), gone(*qt),
+    : qt(std::move(connection)), compositor(*qt), contents(*qt), focus(*qt), keyboard(*qt), gone(*qt),
       grabs(std::move(link)) {}
 
 void SurfaceContext::add(X11Surface& surface) {

@@ -6,6 +6,7 @@
 #include "platform/x11/capture/GrabLink.h"
 #include "platform/x11/surfaces/CompositorWatch.h"
 #include "platform/x11/surfaces/ContentsKeeper.h"
+#include "platform/x11/surfaces/ExclusiveKeyboard.h"
 #include "platform/x11/surfaces/FocusLoans.h"
 #include "platform/x11/surfaces/GoneWatch.h"
 
@@ -33,6 +34,7 @@ public:
     CompositorWatch compositor;
     ContentsKeeper contents;
     FocusLoans focus;
+    ExclusiveKeyboard keyboard;
     GoneWatch gone;
 
     // The stack: pins, cards, overlays, menus, back to front.
