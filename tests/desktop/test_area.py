@@ -89,6 +89,42 @@ class Area(AreaStory):
         self.capture((1400, 800), (1599, 999), 2)
 
 
+class OverAnOverlay(AreaStory):
+    """What comes while a selection is up leaves it its keys."""
+
+    def overlay_gone(self, left):
+        wait_for(lambda: len(self.program.overlays()) == left or self.program.check_running(),
+                 f"{left} overlays left")
+
+    def test_hot_keys_work_and_escape_ends_one_overlay_after_the_other(self):
+        self.start_program()
+        self.bring_up_area_overlay()
+        self.input.hot_key(3)
+        self.program.wait_for_history(1)
+        self.input.hot_key(4)
+        wait_for(lambda: len(self.program.overlays()) == 2 or self.program.check_running(), "a second overlay")
+        self.input.key("Escape")
+        self.overlay_gone(1)
+        self.input.key("Escape")
+        self.overlay_gone(0)
+        wait_for(lambda: not windows.keyboard_is_grabbed(self.display), "the keyboard given back")
+
+
+class UnderAMenu(AreaStory):
+    desktop_options = {"monitors": 2}
+
+    def test_escape_still_ends_the_selection_after_the_menu_on_another_monitor(self):
+        self.sample("Alpha", (900, 200), (400, 300))
+        self.start_program()
+        self.bring_up_area_overlay()
+        self.open_menu()
+        self.input.key("Escape")
+        wait_for(lambda: not self.program.menus(), "the menu closed")
+        wait_for(lambda: windows.keyboard_is_grabbed(self.display), "the overlay with the keyboard again")
+        self.input.key("Escape")
+        self.wait_for_no_overlay()
+
+
 class AreaOnTheSecondMonitor(AreaStory):
     desktop_options = {"monitors": 2}
 

@@ -190,6 +190,34 @@ TEST(ShapedWindow, IsTransparentWhereItsCornersAreCutOff) {
     EXPECT_TRUE(*picture == expected);
 }
 
+TEST(ShapedWindow, OfVeryManyPartsComesOutPixelByPixel) {
+    const QSize size(600, 600);
+    PaintedWindow window(here, {.rect = {{200, 150}, size}, .seed = 5, .managed = false});
+    const auto c = *x11::Connection::open(here);
+    // Every second pixel: 180,000 parts, in pieces that fit into a request.
+    constexpr int rowsAtOnce = 50;
+    for (int top = 0; top < size.height(); top += rowsAtOnce) {
+        std::vector<xcb_rectangle_t> parts;
+        for (int y = top; y < top + rowsAtOnce; ++y)
+            for (int x = y % 2; x < size.width(); x += 2)
+                parts.push_back({static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 1, 1});
+        ASSERT_EQ(c->check(xcb_shape_rectangles_checked(
+                      c->raw(), top == 0 ? XCB_SHAPE_SO_SET : XCB_SHAPE_SO_UNION, XCB_SHAPE_SK_BOUNDING,
+                      XCB_CLIP_ORDERING_YX_BANDED, window.id(), 0, 0,
+                      static_cast<std::uint32_t>(parts.size()), parts.data())),
+                  0);
+    }
+    Eye eye(here);
+    const auto picture = eye.window(window.id());
+    ASSERT_TRUE(picture) << picture.error().message.toStdString();
+    ASSERT_EQ(picture->size(), size);
+    int wrong = 0;
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            wrong += (qAlpha(picture->pixel(x, y)) == 255) != (x % 2 == y % 2);
+    EXPECT_EQ(wrong, 0);
+}
+
 TEST(ClosedWindow, IsAPlainSentence) {
     auto window =
         std::make_unique<PaintedWindow>(here, WindowLook{.rect = {300, 200, 200, 100}, .managed = false});

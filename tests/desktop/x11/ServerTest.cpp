@@ -72,6 +72,23 @@ TEST(Server, WithoutDamageStillTakesACoveredWindowWhole) {
     EXPECT_EQ(differences(*picture, window.pattern()), 0);
 }
 
+TEST(Server, OneWindowThatTakesLongHoldsUpNothingElse) {
+    const TestServer server({});
+    // What is covered of it must be drawn first, for which it takes longer than it is waited for.
+    const PaintedWindow window(
+        server.display(),
+        {.rect = {50, 40, 300, 200}, .seed = 2, .managed = false, .delay = std::chrono::seconds(4)});
+    const PaintedWindow cover(server.display(), {.rect = {50, 40, 100, 200}, .seed = 3, .managed = false});
+    Eye eye(server.display());
+    StreamConfiguration configuration;
+    configuration.showsCursor = false;
+    Recorder recorder(*eye.source, WindowFilter{window.id()}, configuration);
+    ASSERT_TRUE(eye.content());
+    ASSERT_TRUE(eye.region({60, 50, 100, 80}));
+    EXPECT_EQ(recorder.count(), 0U) << "the screen came before the window";
+    EXPECT_TRUE(recorder.next(FrameStatus::Complete));
+}
+
 TEST(Server, WithoutAnyOfThemStillWorks) {
     QStringList without;
     for (const char* name : {"MIT-SHM", "Composite", "DAMAGE", "RANDR", "X-Resource"})

@@ -245,6 +245,19 @@ xcb_window_t OtherProgram::topLevelOf(xcb_window_t window) {
     }
 }
 
+void OtherProgram::markManaged(xcb_window_t window) {
+    const std::uint32_t normal[] = {1, XCB_WINDOW_NONE};
+    const xcb_atom_t state = c->intern("WM_STATE");
+    xcb_change_property(c->raw(), XCB_PROP_MODE_REPLACE, window, state, state, 32, 2, normal);
+    c->sync();
+}
+
+void OtherProgram::raise(xcb_window_t window) {
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(c->raw(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    c->sync();
+}
+
 bool OtherProgram::isAbove(xcb_window_t upper, xcb_window_t lower) {
     const auto tree = c->reply(xcb_query_tree_reply, xcb_query_tree(c->raw(), c->root()));
     const xcb_window_t* first = xcb_query_tree_children(tree.get());
@@ -258,8 +271,8 @@ bool OtherProgram::hasCompositor() {
     return c->compositor() != XCB_WINDOW_NONE;
 }
 
-Compositor::Compositor(OtherProgram& desk) : desk(desk) {
-    process.start("picom", {"--config", "/dev/null", "--backend", "xrender"});
+Compositor::Compositor(OtherProgram& desk, const QStringList& arguments) : desk(desk) {
+    process.start("picom", QStringList{"--config", "/dev/null", "--backend", "xrender"} + arguments);
     waitFor([&] { return desk.hasCompositor(); });
 }
 

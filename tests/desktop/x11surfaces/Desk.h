@@ -56,6 +56,9 @@ public:
     xcb_window_t focus();
     QRect frameOf(xcb_window_t window);
     bool isViewable(xcb_window_t window);
+    // Marks the window as one that a window manager manages, as that would; and restacks it as that would.
+    void markManaged(xcb_window_t window);
+    void raise(xcb_window_t window);
     // Whether the first stands above the second among the root's children.
     bool isAbove(xcb_window_t upper, xcb_window_t lower);
     bool hasCompositor();
@@ -77,7 +80,8 @@ private:
 // A compositor that the test starts and kills itself; for lanes that have none.
 class Compositor {
 public:
-    explicit Compositor(OtherProgram& desk);
+    // The arguments are picom's, beyond those for a plain one.
+    explicit Compositor(OtherProgram& desk, const QStringList& arguments = {});
     ~Compositor();
     void kill();
 

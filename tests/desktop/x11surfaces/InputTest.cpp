@@ -1,6 +1,7 @@
 // Who gets clicks and keys while surfaces are up, and afterwards.
 #include "desktop/x11surfaces/SurfacesTest.h"
 
+#include <QMenu>
 #include <X11/keysym.h>
 
 namespace marrowfin {
@@ -15,6 +16,16 @@ protected:
         SurfacesTest::SetUp();
         window = other.open(native(QRect(30, 50, 300, 200)), 0x2040A0);
     }
+    // Escape reaches the pane: sooner or later, since the keyboard may be on its way back.
+    bool hearsEscape(const Pane& pane) {
+        return desk::waitFor([&] {
+            other.press(XK_Escape);
+            desk::passTime(5);
+            return !pane.keys.isEmpty();
+        });
+    }
+
+    static constexpr platform::SurfaceSpec overlaySpec = {SurfaceLevel::Overlay, SurfaceKeyboard::Exclusive};
     xcb_window_t window = 0;
 };
 
@@ -100,6 +111,92 @@ TEST_F(InputTest, AnOverlayWaitsForAKeyboardThatSomebodyHolds) {
         desk::passTime(5);
         return !pane.keys.isEmpty();
     }));
+}
+
+TEST_F(InputTest, AnOverlayHasTheKeysAgainAfterAMenuOfOurs) {
+    Pane pane(Qt::red);
+    const auto surface = show(pane, overlaySpec, QRectF(60, 80, 100, 100));
+    ASSERT_TRUE(shows(QPoint(70, 90), Qt::red));
+    QMenu menu;
+    menu.addAction(QStringLiteral("Quit"));
+    host->adoptMenu(menu);
+    menu.popup(QPoint(300, 300));
+    ASSERT_TRUE(desk::waitFor([&] { return other.isViewable(idOf(menu)); }));
+    desk::passTime(300); // The overlay doesn't take the keys from the menu meanwhile.
+    other.press(XK_Escape);
+    ASSERT_TRUE(desk::waitFor([&] { return !menu.isVisible(); }));
+    EXPECT_TRUE(pane.keys.isEmpty());
+    EXPECT_TRUE(hearsEscape(pane));
+}
+
+TEST_F(InputTest, AnOverlayThatComesUpUnderAMenuHasTheKeysAfterIt) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("Quit"));
+    host->adoptMenu(menu);
+    menu.popup(QPoint(300, 300));
+    ASSERT_TRUE(desk::waitFor([&] { return other.isViewable(idOf(menu)); }));
+    Pane pane(Qt::red);
+    const auto surface = show(pane, overlaySpec, QRectF(60, 80, 100, 100));
+    ASSERT_TRUE(shows(QPoint(70, 90), Qt::red));
+    other.press(XK_Escape);
+    ASSERT_TRUE(desk::waitFor([&] { return !menu.isVisible(); }));
+    EXPECT_TRUE(hearsEscape(pane));
+}
+
+TEST_F(InputTest, AnOverlayHasTheKeysAgainAfterASecondOne) {
+    Pane first(Qt::red);
+    Pane second(Qt::green);
+    const auto below = show(first, overlaySpec, QRectF(60, 80, 100, 100));
+    auto above = show(second, overlaySpec, QRectF(60, 80, 100, 100));
+    ASSERT_TRUE(shows(QPoint(70, 90), Qt::green));
+    other.press(XK_Escape);
+    ASSERT_TRUE(desk::waitFor([&] { return second.keys.size() == 1; }));
+    ASSERT_TRUE(desk::await(above->retire()));
+    other.press(XK_Escape);
+    EXPECT_TRUE(desk::waitFor([&] { return first.keys == QList<int>{Qt::Key_Escape}; }));
+    EXPECT_EQ(second.keys.size(), 1);
+}
+
+TEST_F(InputTest, ASecondOverlayKeepsTheKeysWhenTheFirstOneGoes) {
+    Pane first(Qt::red);
+    Pane second(Qt::green);
+    const auto below = show(first, overlaySpec, QRectF(60, 80, 100, 100));
+    const auto above = show(second, overlaySpec, QRectF(60, 80, 100, 100));
+    ASSERT_TRUE(shows(QPoint(70, 90), Qt::green));
+    ASSERT_TRUE(desk::await(below->retire()));
+    other.press(XK_Escape);
+    EXPECT_TRUE(desk::waitFor([&] { return second.keys == QList<int>{Qt::Key_Escape}; }));
+    EXPECT_EQ(other.keyPresses(), 0);
+}
+
+// As a card does for the length of its drag.
+TEST_F(InputTest, AnOverlayHasTheKeysAgainAfterAWidgetOfOursHadThem) {
+    Pane card(Qt::blue);
+    const auto cardSurface = show(card, {}, QRectF(300, 80, 100, 100));
+    Pane pane(Qt::red);
+    const auto surface = show(pane, overlaySpec, QRectF(60, 80, 100, 100));
+    ASSERT_TRUE(shows(QPoint(70, 90), Qt::red));
+    card.grabKeyboard();
+    desk::passTime(300);
+    other.press(XK_a);
+    EXPECT_TRUE(desk::waitFor([&] { return card.keys == QList<int>{Qt::Key_A}; }));
+    card.releaseKeyboard();
+    EXPECT_TRUE(hearsEscape(pane));
+}
+
+TEST_F(InputTest, AnOverlayHasTheKeysAgainAfterAnotherProgramSnatchedThem) {
+    Pane card(Qt::blue);
+    const auto cardSurface = show(card, {}, QRectF(300, 80, 100, 100));
+    Pane pane(Qt::red);
+    const auto surface = show(pane, overlaySpec, QRectF(60, 80, 100, 100));
+    ASSERT_TRUE(shows(QPoint(70, 90), Qt::red));
+    card.grabKeyboard();
+    card.releaseKeyboard();
+    other.holdKeyboard();
+    desk::passTime(150);
+    EXPECT_TRUE(pane.keys.isEmpty());
+    other.releaseKeyboard();
+    EXPECT_TRUE(hearsEscape(pane));
 }
 
 TEST_F(InputTest, APinTakesTheFocusAndGivesItBack) {

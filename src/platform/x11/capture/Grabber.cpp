@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <xcb/shm.h>
 #include <xcb/xfixes.h>
 
@@ -42,7 +43,7 @@ void freeReply(void* reply) {
 
 Grabber::Grabber(Connection& connection, SegmentPool::Reuse reuse)
     : connection(connection), pool(std::make_shared<SegmentPool>(reuse)), strips(connection),
-      rootLayout(layoutOf(connection.screen().root_visual)), sharedMemoryWorks(connection.extensions().shm) {}
+      rootLayout(layoutOf(connection.screen().root_visual)) {}
 
 Grabber::~Grabber() {
     pool->close();
@@ -100,7 +101,7 @@ Result<QImage> Grabber::grabDrawable(xcb_drawable_t drawable, const QRect& rect,
     QImage picture;
     if (!fitsRequest(rect))
         return failure(QStringLiteral("The area is too large."));
-    if (sharedMemoryWorks)
+    if (connection.extensions().shm)
         picture = pool->reuses() || !layout.isImageMemory() ? grabShared(drawable, rect, layout)
                                                             : grabStill(drawable, rect, layout);
     if (picture.isNull())
@@ -111,7 +112,7 @@ Result<QImage> Grabber::grabDrawable(xcb_drawable_t drawable, const QRect& rect,
 }
 
 void Grabber::warmUp() {
-    if (!sharedMemoryWorks || !rootLayout.isImageMemory())
+    if (!connection.extensions().shm || !rootLayout.isImageMemory())
         return;
     // As much of the screen as fills the memory, so that its pages are there on both sides.
     const int width = connection.screen().width_in_pixels;
@@ -127,12 +128,13 @@ QImage Grabber::grabStill(xcb_drawable_t drawable, const QRect& rect, const Pixe
     return {};
 }
 
-// The server may sit in another container or on another machine.
+// The system may have none to give now, or the server sits in another container or on another machine: the
+// next picture asks again, which costs little.
 void Grabber::sharingRefused() {
-    if (connection.isLost())
+    if (connection.isLost() || std::exchange(toldOfRefusal, true))
         return;
-    sharedMemoryWorks = false;
-    logLine(QStringLiteral("[Marrowfin] The X server can't share memory with us: captures take longer."));
+    logLine(
+        QStringLiteral("[Marrowfin] There is no memory to share with the X server: captures take longer."));
 }
 
 std::unique_ptr<SharedSegment> Grabber::segmentFor(std::size_t bytes, xcb_void_cookie_t* attached) {
@@ -152,8 +154,10 @@ QImage Grabber::grabShared(xcb_drawable_t drawable, const QRect& rect, const Pix
     const std::size_t bytes = static_cast<std::size_t>(stride) * static_cast<std::size_t>(rect.height());
     xcb_void_cookie_t attached{};
     std::unique_ptr<SharedSegment> segment = segmentFor(bytes, &attached);
-    if (!segment)
+    if (!segment) {
+        sharingRefused();
         return {};
+    }
     const auto cookie = xcb_shm_get_image(
         connection.raw(), drawable, static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
         static_cast<std::uint16_t>(rect.width()), static_cast<std::uint16_t>(rect.height()), allPlanes,
@@ -166,7 +170,8 @@ QImage Grabber::grabShared(xcb_drawable_t drawable, const QRect& rect, const Pix
     if (!refused && !pool->reuses())
         letGo(*segment);
     if (!reply) {
-        pool->giveBack(std::move(segment));
+        if (!refused)
+            pool->giveBack(std::move(segment));
         return {};
     }
     if (!layout.isImageMemory()) {

@@ -50,7 +50,7 @@ private:
     std::shared_ptr<SegmentPool> pool;
     StripReader strips; // for stills; streams have whole pictures in the pool
     PixelLayout rootLayout;
-    bool sharedMemoryWorks;
+    bool toldOfRefusal = false;
 };
 
 } // namespace marrowfin::x11

@@ -3,9 +3,10 @@
 #include "platform/x11/capture/SettledWindow.h"
 #include "platform/x11/layout/WindowQuery.h"
 
-#include <QPainter>
 #include <QRegion>
 #include <algorithm>
+#include <cstring>
+#include <span>
 #include <xcb/composite.h>
 #include <xcb/shape.h>
 
@@ -52,6 +53,8 @@ Result<QImage> WindowGrab::grab(WithCursor withCursor) {
         return gone();
     if (picture)
         cutToShape(*picture, *place);
+    if (picture && picture->isNull())
+        return failure(QStringLiteral("There is not enough memory for the window."));
     if (picture && withCursor == WithCursor::Yes)
         blendCursor(*picture, area.topLeft(), grabber.cursor());
     return picture;
@@ -102,17 +105,30 @@ void WindowGrab::cutToShape(QImage& picture, const Place& place) const {
                          xcb_shape_get_rectangles(connection.raw(), frame, XCB_SHAPE_SK_BOUNDING));
     if (!shape)
         return;
-    QRegion outside(area);
-    const xcb_rectangle_t* parts = xcb_shape_get_rectangles_rectangles(shape.get());
-    for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(shape.get()); ++i)
-        outside -= QRect(parts[i].x, parts[i].y, parts[i].width, parts[i].height).translated(place.inside);
-    if (outside.isEmpty())
+    const xcb_rectangle_t* first = xcb_shape_get_rectangles_rectangles(shape.get());
+    const std::span parts(first,
+                          static_cast<std::size_t>(xcb_shape_get_rectangles_rectangles_length(shape.get())));
+    const QPoint shift = place.inside - area.topLeft();
+    const auto inPicture = [&](const xcb_rectangle_t& part) {
+        return QRect(part.x, part.y, part.width, part.height).translated(shift).intersected(picture.rect());
+    };
+    if (parts.size() == 1 && inPicture(parts.front()) == picture.rect())
         return;
-    picture.convertTo(QImage::Format_ARGB32_Premultiplied);
-    QPainter painter(&picture);
-    painter.setCompositionMode(QPainter::CompositionMode_Clear);
-    for (const QRect& part : outside.translated(-area.topLeft()))
-        painter.fillRect(part, Qt::transparent);
+    // Part by part: a shape may have as many as the window has pixels, and they don't overlap.
+    const QImage whole = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage cut(whole.size(), whole.format());
+    if (whole.isNull() || cut.isNull()) {
+        picture = {};
+        return;
+    }
+    cut.fill(Qt::transparent);
+    for (const xcb_rectangle_t& part : parts) {
+        const QRect kept = inPicture(part);
+        for (int y = kept.top(); y < kept.top() + kept.height(); ++y)
+            std::memcpy(cut.scanLine(y) + 4 * kept.x(), whole.constScanLine(y) + 4 * kept.x(),
+                        static_cast<std::size_t>(kept.width()) * 4);
+    }
+    picture = cut;
 }
 
 // What of the area can't be seen on the screen now. Shapes of the windows above count as their rectangles: at

@@ -29,7 +29,23 @@ void X11ScreenStream::startCapture(CompletionHandler handler) {
         if (phase == Phase::Fresh)
             phase = Phase::First;
     }
-    link->queue().async([self = shared_from_this(), handler = std::move(handler)] { self->first(handler); });
+    firstQueue().async([self = shared_from_this(), handler = std::move(handler)] { self->first(handler); });
+}
+
+SerialQueue& X11ScreenStream::firstQueue() {
+    return std::holds_alternative<WindowFilter>(filter) ? loopQueue : link->queue();
+}
+
+Result<Frame> X11ScreenStream::firstFrame() {
+    if (std::holds_alternative<DisplayFilter>(filter))
+        return link->grabber().and_then([this](Grabber* grabber) {
+            return FrameGrab(*grabber, link->layouts(), filter, configuration).grab();
+        });
+    auto connection = Connection::open(link->displayName());
+    if (!connection)
+        return tl::unexpected(connection.error());
+    Grabber grabber(**connection, SegmentPool::Reuse::No);
+    return FrameGrab(grabber, link->layouts(), filter, configuration).grab();
 }
 
 void X11ScreenStream::first(const CompletionHandler& handler) {
@@ -37,12 +53,14 @@ void X11ScreenStream::first(const CompletionHandler& handler) {
         handler(Error{Error::Kind::Failed, QStringLiteral("The capture was stopped before it began.")});
         return;
     }
-    const auto frame = link->grabber().and_then([this](Grabber* grabber) {
-        return FrameGrab(*grabber, link->layouts(), filter, configuration).grab();
-    });
+    const Result<Frame> frame = firstFrame();
     if (!frame) {
-        link->failed();
-        handler(frame.error());
+        // The server may be gone: of that the program tells, and ends, before anybody hears of this.
+        link->queue().async([link = link, handler, error = frame.error()] {
+            [[maybe_unused]] const auto looked = link->grabber();
+            link->failed();
+            handler(error);
+        });
         return;
     }
     handler(std::nullopt);
@@ -102,7 +120,7 @@ void X11ScreenStream::stopCapture(CompletionHandler handler) {
     if (!looping)
         phase = Phase::Stopped;
     auto end = [self = shared_from_this(), handler = std::move(handler)] { self->finish(handler); };
-    (looping ? loopQueue : link->queue()).async(std::move(end));
+    (looping ? loopQueue : firstQueue()).async(std::move(end));
 }
 
 // On the queue that frames came from: no further one is handed out. Those handed out before are waited for by

@@ -1,5 +1,6 @@
-// One running capture of a display or a window. The first frame comes from the shared grab queue; a taker
-// that doesn't stop there gets more from a connection and thread of the stream's own (StreamLoop). Frames
+// One running capture of a display or a window. A display's first frame comes from the shared grab queue. A
+// window's, which may have to wait for the window's program, and all further ones come from a connection and
+// thread of the stream's own (StreamLoop), so that they hold nothing else up. Frames
 // have native pixels, never resampled: a display's frame has the configuration's size, a window's the size
 // that the window has. There is no sound here: outputs of type Audio are accepted and get nothing.
 //
@@ -35,6 +36,9 @@ private:
     };
     enum class Phase { Fresh, First, Looping, Stopped };
 
+    // Where the first frame comes from.
+    SerialQueue& firstQueue();
+    Result<platform::Frame> firstFrame();
     void first(const CompletionHandler& handler);
     // Runs the loop on the stream's own thread, unless the stream was stopped meanwhile.
     void goOn();

@@ -4,7 +4,8 @@
 #include "platform/x11/input/SettingsPlace.h"
 #include "platform/x11/server/Xkb.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QWindow>
 #include <algorithm>
 
 namespace marrowfin::x11 {
@@ -36,6 +37,20 @@ bool tellsOfKeyboard(const Connection& c, const xcb_generic_event_t& event) {
         return false;
     // All events of XKB share one number; the next byte says which it is.
     return event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY;
+}
+
+// An overlay of ours that is up has the whole keyboard, hot keys too. (So does a menu or a card that is being
+// dragged, which are to be left in peace.)
+bool isOverlay(xcb_window_t id) {
+    const QWindowList windows = QGuiApplication::allWindows();
+    const auto at = std::find_if(windows.begin(), windows.end(), [id](const QWindow* window) {
+        return window->handle() && window->winId() == id;
+    });
+    if (at == windows.end())
+        return false;
+    const Qt::WindowFlags flags = (*at)->flags();
+    return (*at)->type() != Qt::Popup && (flags & Qt::BypassWindowManagerHint) &&
+           !(flags & Qt::WindowDoesNotAcceptFocus);
 }
 
 } // namespace
@@ -102,6 +117,11 @@ QString X11HotKeys::settingsPlace() const {
     return keyboardSettingsPlace(qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
 }
 
+bool X11HotKeys::Grabs::answersTo(std::uint16_t state) const {
+    constexpr std::uint16_t modifiers = 0xFF; // above them are the pointer's buttons and the layout
+    return std::find(held.states.begin(), held.states.end(), state & modifiers) != held.states.end();
+}
+
 std::optional<X11HotKeys::Grabs> X11HotKeys::grab(const Combination& combination) {
     const auto key = keyboard.keys.find(keyName(combination.keyCode));
     if (key == keyboard.keys.end())
@@ -135,13 +155,10 @@ bool X11HotKeys::nativeEventFilter(const QByteArray& type, void* message, qintpt
 }
 
 bool X11HotKeys::pressed(const xcb_key_press_event_t& event) {
-    if (event.event != connection.root())
-        return false;
     const auto at = std::find_if(hotKeys.begin(), hotKeys.end(), [&](const HotKey& key) {
-        return key.grabs && key.grabs->held.key == event.detail &&
-               (event.state & key.grabs->wanted) == key.grabs->wanted;
+        return key.grabs && key.grabs->held.key == event.detail && key.grabs->answersTo(event.state);
     });
-    if (at == hotKeys.end())
+    if (at == hotKeys.end() || (event.event != connection.root() && !isOverlay(event.event)))
         return false;
     // A held key comes as release and press of the same millisecond.
     if (event.time == at->releasedAt)

@@ -1,6 +1,7 @@
 // Global hot keys as grabs of physical keys on the root window. Presses reach us through Qt's connection.
 // While another program holds the whole keyboard (a menu, a screen locker), nobody's hot keys work: that is
-// X11's limit. Main thread; owned by X11Backend.
+// X11's limit. While an overlay of ours holds it they come to its window and work. Main thread; owned by
+// X11Backend.
 #pragma once
 
 #include "platform/HotKeyHandlers.h"
@@ -39,6 +40,7 @@ private:
     struct Grabs {
         KeyGrab held;
         std::uint16_t wanted = 0;
+        bool answersTo(std::uint16_t state) const;
     };
     struct HotKey {
         platform::HotKeyRef reference = 0;

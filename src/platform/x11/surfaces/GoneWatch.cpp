@@ -6,8 +6,9 @@
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
-#include <array>
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <thread>
 #include <xcb/shape.h>
@@ -21,6 +22,11 @@ using namespace std::chrono_literals;
 constexpr auto pause = 700us;
 // A compositor that hasn't drawn by then hangs, or doesn't draw what can be grabbed.
 constexpr auto patience = 500ms;
+
+// Of a probe that is dimmed or translucent: how long its look must have stayed, longer than two frames of a
+// slow screen, and how far one look is from another, in the differences of colour between its two pixels.
+constexpr auto steady = 50ms;
+constexpr int apart = 12;
 
 // Two pixels of unlike colours: no plain area of a desktop can look like both.
 constexpr std::array<std::uint32_t, 2> colors = {0xFFB5179E, 0xFF17B58A};
@@ -63,6 +69,42 @@ const xcb_visualtype_t* visualWithAlpha(const xcb_screen_t& screen) {
     return nullptr;
 }
 
+using Pixels = std::array<std::uint32_t, 2>;
+
+int channel(std::uint32_t pixel, int shift) {
+    return static_cast<int>((pixel >> shift) & 0xFF);
+}
+
+// How far apart the contrasts of two looks are: a plain ground that changes has none before nor after.
+int distance(const Pixels& a, const Pixels& b) {
+    int most = 0;
+    for (const int shift : {0, 8, 16}) {
+        const int contrastOfA = channel(a[0], shift) - channel(a[1], shift);
+        const int contrastOfB = channel(b[0], shift) - channel(b[1], shift);
+        most = std::max(most, std::abs(contrastOfA - contrastOfB));
+    }
+    return most;
+}
+
+bool looksExact(const Pixels& seen) {
+    return seen[0] == (colors[0] & rgb) && seen[1] == (colors[1] & rgb);
+}
+
+// Nothing when they can't be read or have another form.
+std::optional<Pixels> pixelsAt(const Connection& connection, const QPoint& at) {
+    const auto answer = connection.reply(xcb_get_image_reply,
+                                         xcb_get_image(connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP,
+                                                       connection.root(), static_cast<std::int16_t>(at.x()),
+                                                       static_cast<std::int16_t>(at.y()), 2, 1, ~0U));
+    Pixels seen = {};
+    if (!answer || xcb_get_image_data_length(answer.get()) < static_cast<int>(sizeof(seen)))
+        return std::nullopt;
+    std::memcpy(seen.data(), xcb_get_image_data(answer.get()), sizeof(seen));
+    for (std::uint32_t& pixel : seen)
+        pixel &= rgb;
+    return seen;
+}
+
 } // namespace
 
 // The looking side: lives on the queue.
@@ -70,13 +112,19 @@ class GoneWatch::Eyes {
 public:
     explicit Eyes(QByteArray display) : display(std::move(display)) {}
 
-    bool watchProbe(xcb_window_t probe, const QPoint& spot) {
+    bool watchProbe(xcb_window_t probe, const Spot& spot) {
         if (!connect())
             return true;
-        const bool came = waitUntil([&] { return seesProbe(spot) != Sight::Not; });
+        const std::optional<Pixels> there = waitForProbe(spot);
         place(connection->raw(), probe, away);
-        const bool went = waitUntil([&] { return seesProbe(spot) != Sight::Plain; });
-        return came && went;
+        if (!there)
+            return false;
+        const bool exact = looksExact(*there);
+        return waitUntil([&] {
+            const auto seen = look(spot.at);
+            return !seen ||
+                   (exact ? !looksExact(*seen) : 2 * distance(*seen, *there) > distance(*there, spot.before));
+        });
     }
 
     void watchUnmapped(xcb_window_t window) {
@@ -90,8 +138,6 @@ public:
     }
 
 private:
-    enum class Sight { Not, Plain, Unknown };
-
     bool connect() {
         if (!connection) {
             auto opened = Connection::open(display);
@@ -101,30 +147,27 @@ private:
         return connection && !connection->isLost();
     }
 
-    // The pixels, four bytes each; null when they can't be read or have another form.
-    Reply<xcb_get_image_reply_t> image(const QRect& r) const {
-        if (r.isEmpty())
-            return nullptr;
-        auto answer = connection->reply(xcb_get_image_reply,
-                                        xcb_get_image(connection->raw(), XCB_IMAGE_FORMAT_Z_PIXMAP,
-                                                      connection->root(), static_cast<std::int16_t>(r.x()),
-                                                      static_cast<std::int16_t>(r.y()),
-                                                      static_cast<std::uint16_t>(r.width()),
-                                                      static_cast<std::uint16_t>(r.height()), ~0U));
-        if (!answer || xcb_get_image_data_length(answer.get()) < r.width() * r.height() * 4)
-            return nullptr;
-        return answer;
+    // What the probe looks like once it is seen; as it ought to where nothing can be read.
+    std::optional<Pixels> waitForProbe(const Spot& spot) {
+        std::optional<Pixels> last;
+        auto since = std::chrono::steady_clock::now();
+        const bool came = waitUntil([&] {
+            const Pixels seen = look(spot.at).value_or(Pixels{colors[0] & rgb, colors[1] & rgb});
+            const bool changed = distance(seen, spot.before) >= apart;
+            if (looksExact(seen) ||
+                (changed && last == seen && std::chrono::steady_clock::now() - since > steady)) {
+                last = seen;
+                return true;
+            }
+            if (last != seen)
+                since = std::chrono::steady_clock::now();
+            last = seen;
+            return false;
+        });
+        return came ? last : std::nullopt;
     }
 
-    Sight seesProbe(const QPoint& spot) const {
-        const auto pixels = image(QRect(spot, QSize(2, 1)));
-        if (!pixels)
-            return Sight::Unknown;
-        std::array<std::uint32_t, 2> seen = {};
-        std::memcpy(seen.data(), xcb_get_image_data(pixels.get()), sizeof(seen));
-        const bool same = (seen[0] & rgb) == (colors[0] & rgb) && (seen[1] & rgb) == (colors[1] & rgb);
-        return same ? Sight::Plain : Sight::Not;
-    }
+    std::optional<Pixels> look(const QPoint& at) const { return pixelsAt(*connection, at); }
 
     QByteArray display;
     std::unique_ptr<Connection> connection;
@@ -172,7 +215,7 @@ void GoneWatch::begin() {
     running = true;
     served = std::move(waiting);
     waiting.clear();
-    const QPoint spot = bringProbe();
+    const Spot spot = bringProbe();
     queue.async([guard = QPointer<GoneWatch>(this), eyes = eyes, probe = probe, spot] {
         const bool seen = eyes->watchProbe(probe, spot);
         postToMain([guard, seen] {
@@ -196,17 +239,18 @@ void GoneWatch::finish(bool seen) {
 void GoneWatch::waitShown() {
     // The probe comes back from its last errand first.
     queue.sync([] {});
-    const QPoint spot = bringProbe();
+    const Spot spot = bringProbe();
     bool seen = false;
     queue.sync([&] { seen = eyes->watchProbe(probe, spot); });
     report(seen);
 }
 
-QPoint GoneWatch::bringProbe() {
+GoneWatch::Spot GoneWatch::bringProbe() {
     const QScreen* primary = QGuiApplication::primaryScreen();
-    const QPoint spot = primary ? primary->geometry().topLeft() : QPoint();
+    Spot spot{primary ? primary->geometry().topLeft() : QPoint(), {}};
+    spot.before = pixelsAt(qt, spot.at).value_or(spot.before);
     paintProbe();
-    place(qt.raw(), probe, spot);
+    place(qt.raw(), probe, spot.at);
     // Painted again in its place: a window that was off the screen may have lost what was painted there.
     paintProbe();
     qt.flush();

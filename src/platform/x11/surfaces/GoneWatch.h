@@ -4,16 +4,21 @@
 //
 // A compositor draws from its own copy of what it knows, some time after the server has carried a request
 // out, and may let a window fade for as long as it likes. So a little window of ours, the probe, is brought
-// in after the requests in question: once its colours are seen, a picture has been drawn that is younger than
-// the requests; then it is taken out again, and once its colours are no longer seen the picture is clean.
+// in after the requests in question: once it is seen, a picture has been drawn that is younger than the
+// requests; then it is taken out again, and once it is no longer seen the picture is clean. A compositor may
+// dim the probe or let what is behind shine through, as it does with any window that isn't in use: so it is
+// known by the change that it makes, and only where it has its exact colours by these.
 #pragma once
 
 #include "base/SerialQueue.h"
 #include "platform/x11/server/Connection.h"
 
 #include <QObject>
+#include <QPoint>
+#include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace marrowfin::x11 {
@@ -34,11 +39,17 @@ public:
 
 private:
     class Eyes;
+    // Two pixels, four bytes each.
+    using Pixels = std::array<std::uint32_t, 2>;
+    // Where the probe can be seen, and what was seen there before it came.
+    struct Spot {
+        QPoint at;
+        Pixels before;
+    };
     void makeProbe();
     void begin();
     void finish(bool seen);
-    // Returns where the probe can be seen.
-    QPoint bringProbe();
+    Spot bringProbe();
     void paintProbe();
 
     const Connection& qt;

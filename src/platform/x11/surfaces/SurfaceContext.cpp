@@ -17,8 +17,8 @@ constexpr std::chrono::seconds remembered(3);
 } // namespace
 
 SurfaceContext::SurfaceContext(std::unique_ptr<Connection> connection, std::shared_ptr<GrabLink> link)
-    : qt(std::move(connection)), compositor(*qt), contents(*qt), focus(*qt), gone(*qt),
-      grabs(std::move(link)) {}
+    : qt(std::move(connection)), compositor(*qt), contents(*qt), focus(*qt), keyboard(*qt), gone(*qt),
+      grabs(std::move(link)), stack([this] { return visibleBackToFront(); }) {}
 
 void SurfaceContext::add(X11Surface& surface) {
     surfaces.push_back(&surface);
@@ -33,6 +33,20 @@ void SurfaceContext::bringToFront(X11Surface& surface) {
     std::rotate(at, at + 1, surfaces.end());
     raise(*qt, surface.window());
     restack(surface.level());
+    stack.startAnew();
+    stack.listen();
+}
+
+std::vector<xcb_window_t> SurfaceContext::visibleBackToFront() const {
+    using Level = platform::SurfaceLevel;
+    std::vector<xcb_window_t> windows;
+    for (const Level level : {Level::Pin, Level::Card, Level::Overlay}) {
+        for (const X11Surface* surface : surfaces) {
+            if (surface->level() == level && surface->isVisible() && surface->window())
+                windows.push_back(surface->window());
+        }
+    }
+    return windows;
 }
 
 void SurfaceContext::add(QMenu& menu) {
@@ -77,6 +91,8 @@ void SurfaceContext::vanished(xcb_window_t window, SeenGone seen) {
     lastVanished = window;
     if (seen == SeenGone::NotYet)
         unseenSince = std::chrono::steady_clock::now();
+    if (visibleBackToFront().empty())
+        stack.stop();
 }
 
 void SurfaceContext::departureEnded() {

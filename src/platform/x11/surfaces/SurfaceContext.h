@@ -6,8 +6,10 @@
 #include "platform/x11/capture/GrabLink.h"
 #include "platform/x11/surfaces/CompositorWatch.h"
 #include "platform/x11/surfaces/ContentsKeeper.h"
+#include "platform/x11/surfaces/ExclusiveKeyboard.h"
 #include "platform/x11/surfaces/FocusLoans.h"
 #include "platform/x11/surfaces/GoneWatch.h"
+#include "platform/x11/surfaces/StackWatch.h"
 
 #include <QPointer>
 #include <chrono>
@@ -33,6 +35,7 @@ public:
     CompositorWatch compositor;
     ContentsKeeper contents;
     FocusLoans focus;
+    ExclusiveKeyboard keyboard;
     GoneWatch gone;
 
     // The stack: pins, cards, overlays, menus, back to front.
@@ -57,10 +60,12 @@ public:
 
 private:
     void restack(platform::SurfaceLevel from);
+    std::vector<xcb_window_t> visibleBackToFront() const;
 
     const std::shared_ptr<GrabLink> grabs;
     std::vector<X11Surface*> surfaces; // in the order of coming to the front
     std::vector<QPointer<QMenu>> menus;
+    StackWatch stack;
     int departing = 0;
     xcb_window_t lastVanished = XCB_WINDOW_NONE;
     // When something vanished that hasn't been seen gone.

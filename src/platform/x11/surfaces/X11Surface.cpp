@@ -34,7 +34,7 @@ Qt::WindowFlags flagsFor(const platform::SurfaceSpec& traits) {
 
 X11Surface::X11Surface(std::shared_ptr<SurfaceContext> shared, QWidget& hosted,
                        const platform::SurfaceSpec& given)
-    : context(std::move(shared)), traits(given), widget(&hosted), keyboard(*context->qt) {
+    : context(std::move(shared)), traits(given), widget(&hosted) {
     hosted.setWindowFlags(flagsFor(traits));
     isOpaque = traits.backdrop == SurfaceBackdrop::Snapshot && !isComposited();
     hosted.setAttribute(isOpaque ? Qt::WA_NoSystemBackground : Qt::WA_TranslucentBackground);
@@ -51,6 +51,7 @@ X11Surface::X11Surface(std::shared_ptr<SurfaceContext> shared, QWidget& hosted,
 
 X11Surface::~X11Surface() {
     leaveNow();
+    context->keyboard.giveBack(this);
     context->remove(*this);
     if (widget) {
         widget->removeEventFilter(this);
@@ -176,7 +177,7 @@ UntilPainted X11Surface::untilPainted() const {
 
 void X11Surface::takeInput() {
     if (traits.keyboard == SurfaceKeyboard::Exclusive)
-        keyboard.take(window());
+        context->keyboard.take(this, window());
     else if (traits.keyboard == SurfaceKeyboard::OnClick)
         context->focus.borrow(window());
 }
@@ -200,7 +201,7 @@ Outcome<void> X11Surface::retire() {
 }
 
 void X11Surface::giveInputBack() {
-    keyboard.giveBack();
+    context->keyboard.giveBack(this);
     if (traits.keyboard == SurfaceKeyboard::OnClick)
         context->focus.giveBack(window());
 }

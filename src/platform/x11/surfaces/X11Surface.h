@@ -3,7 +3,6 @@
 #pragma once
 
 #include "platform/SurfaceHost.h"
-#include "platform/x11/surfaces/ExclusiveKeyboard.h"
 #include "platform/x11/surfaces/SurfaceContext.h"
 #include "platform/x11/surfaces/WindowRequests.h"
 
@@ -64,7 +63,6 @@ private:
     const std::shared_ptr<SurfaceContext> context;
     const platform::SurfaceSpec traits;
     QPointer<QWidget> widget;
-    ExclusiveKeyboard keyboard;
     State state = State::Out;
     bool retired = false;
     // Counts the times it left, so that an ended departure knows whether it was called back.

@@ -22,6 +22,8 @@ protected:
         other.movePointer(native(QPoint(5, 5)));
         before = settledScreen();
     }
+    // Under the compositor of the test, which may change the looks of the other windows.
+    void settle() { before = settledScreen(); }
     // Half as bright everywhere, which black isn't.
     bool isDimmed() {
         const QImage now = other.screen();
@@ -125,6 +127,39 @@ TEST_F(CompositorTest, ItsDeathDuringARetirementStillEndsClean) {
         compositor.kill();
         ASSERT_TRUE(desk::await(gone));
         EXPECT_EQ(desk::difference(before, other.screen()), "") << "round " << round;
+    }
+}
+
+// As desktops are set up that darken what isn't in use: windows that no manager manages are never in use.
+TEST_F(CompositorTest, OneThatDimsOurWindowsShowsThemGoneAllTheSame) {
+    const desk::Compositor compositor(other, {"--inactive-dim", "0.4"});
+    settle();
+    for (int round = 0; round < 5; ++round) {
+        Pane pane(dim);
+        const auto surface = show(pane, overlaySpec, qtScreen());
+        ASSERT_TRUE(desk::waitFor([&] { return other.screen() != before; }));
+        testing::internal::CaptureStderr();
+        const bool gone = desk::await(surface->retire());
+        const std::string said = testing::internal::GetCapturedStderr();
+        ASSERT_TRUE(gone);
+        EXPECT_EQ(desk::difference(before, other.screen()), "") << "round " << round;
+        EXPECT_EQ(said, "");
+    }
+}
+
+TEST_F(CompositorTest, OneThatMakesOurWindowsTranslucentShowsThemGoneAllTheSame) {
+    const desk::Compositor compositor(other, {"--inactive-opacity", "0.5"});
+    settle();
+    for (int round = 0; round < 5; ++round) {
+        Pane pane(dim);
+        const auto surface = show(pane, overlaySpec, qtScreen());
+        ASSERT_TRUE(desk::waitFor([&] { return other.screen() != before; }));
+        testing::internal::CaptureStderr();
+        const bool gone = desk::await(surface->retire());
+        const std::string said = testing::internal::GetCapturedStderr();
+        ASSERT_TRUE(gone);
+        EXPECT_EQ(desk::difference(before, other.screen()), "") << "round " << round;
+        EXPECT_EQ(said, "");
     }
 }
 
