@@ -2,21 +2,27 @@
 // the hot keys back at the end. One per process, in the normal mode only; main thread.
 #pragma once
 
-#include "app/StatusBarController.h"
+#include "app/CaptureDelivery.h"
 #include "base/Flow.h"
 #include "imaging/Image.h"
+#include "platform/StatusItem.h"
 
 #include <QObject>
-#include <deque>
 #include <memory>
 
 namespace marrowfin::capture {
 class ScreenCaptureManager;
 }
 
+namespace marrowfin::commands {
+class CommandTable;
+}
+
 namespace marrowfin::app {
 
+class CaptureCommands;
 class ShortcutManager;
+class StatusBarController;
 
 class AppDelegate : public QObject {
     Q_OBJECT
@@ -30,9 +36,10 @@ public:
     void applicationWillTerminate();
 
     // Clipboard first, then what the settings say. One capture at a time.
-    Flow<> routeCapture(imaging::Image image);
+    void routeCapture(const imaging::Image& image);
 
     capture::ScreenCaptureManager* captureManager() const { return manager.get(); }
+    commands::CommandTable* commandTable() const { return table.get(); }
     StatusBarController* statusBarController() const { return controller.get(); }
     ShortcutManager* shortcutManager() const { return shortcuts.get(); }
 
@@ -44,16 +51,16 @@ Q_SIGNALS:
 
 private:
     Flow<> launch();
+    void makeCommands();
     void makeStatusItem();
-    void receive(const std::optional<imaging::Image>& image);
-    Flow<> drainCaptures();
 
     std::unique_ptr<platform::StatusItem> statusItem;
     std::unique_ptr<capture::ScreenCaptureManager> manager;
+    CaptureDelivery delivery;
+    std::unique_ptr<CaptureCommands> captureCommands;
+    std::unique_ptr<commands::CommandTable> table;
     std::unique_ptr<StatusBarController> controller;
     std::unique_ptr<ShortcutManager> shortcuts;
-    std::deque<imaging::Image> waiting; // captures on their way to history and routing
-    bool draining = false;
     FlowScope flows;
 };
 

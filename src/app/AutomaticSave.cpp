@@ -59,10 +59,10 @@ QString automaticSaveName(const QDateTime& time, const QString& extension) {
     return QStringLiteral("Marrowfin %1.%2").arg(stamp, extension);
 }
 
-Flow<> saveCaptureToFile(Image image) {
+Flow<Result<QString>> saveCaptureToFile(Image image) {
     const std::optional<QString> pictures = platform::services().folders.pictures();
     if (!pictures)
-        co_return;
+        co_return failure(QStringLiteral("There is no Pictures folder."));
     const SettingsStore& settings = SettingsStore::shared();
     Saving saving;
     saving.image = image;
@@ -70,9 +70,13 @@ Flow<> saveCaptureToFile(Image image) {
     saving.format = settings.saveFormat();
     saving.quality = settings.jpegQuality();
     saving.name = automaticSaveName(Clock::now(), fileExtension(saving.format));
+    const QString path = QDir(saving.folder).filePath(saving.name);
     const Result<SaveResult> result = co_await saveOnQueue(std::move(saving));
     if (result == SaveResult::NoFolder || result == SaveResult::NotEncoded)
         platform::services().opener.beep();
+    if (result != SaveResult::Written)
+        co_return failure(QStringLiteral("The capture couldn't be saved."));
+    co_return path;
 }
 
 } // namespace marrowfin::app

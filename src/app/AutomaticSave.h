@@ -13,9 +13,9 @@ namespace marrowfin::app {
 // "Marrowfin 2026-11-15T20.16.03.png", in GMT.
 QString automaticSaveName(const QDateTime& time, const QString& extension);
 
-// Beeps when the folder can't be made or the image can't be encoded; silent when there is no Pictures folder
-// or the file can't be written. Two saves within a second share a name, and the later one replaces the
-// earlier.
-Flow<> saveCaptureToFile(imaging::Image image);
+// The file's path. Beeps when the folder can't be made or the image can't be encoded; silent when there is no
+// Pictures folder or the file can't be written. Two saves within a second share a name, and the later one
+// replaces the earlier.
+Flow<Result<QString>> saveCaptureToFile(imaging::Image image);
 
 } // namespace marrowfin::app

@@ -1,6 +1,7 @@
 #include "app/CaptureMenu.h"
 
 #include "chrome/Symbols.h"
+#include "commands/MenuRows.h"
 #include "platform/Services.h"
 #include "platform/SurfaceHost.h"
 
@@ -10,26 +11,11 @@
 
 namespace marrowfin::app {
 
+using namespace commands;
+
 namespace {
 
-struct Row {
-    QString title;
-    QString symbol;
-    QString keyLabel;
-};
-
-QAction* addRow(QMenu& menu, const Row& row, std::function<void()> action) {
-    // The toolkit shows what follows a tab in the key column, without making a shortcut of it.
-    const QString text = row.keyLabel.isEmpty() ? row.title : row.title + u'\t' + row.keyLabel;
-    auto* made = new QAction(text, &menu);
-    made->setObjectName(row.title);
-    if (!row.symbol.isEmpty())
-        made->setIcon(chrome::symbolIcon(row.symbol, menu.palette().color(QPalette::WindowText)));
-    made->setIconVisibleInMenu(true);
-    QObject::connect(made, &QAction::triggered, &menu, [action = std::move(action)] { action(); });
-    menu.addAction(made);
-    return made;
-}
+void addRows(QMenu& menu, const std::vector<MenuRow>& rows, CommandTable& table);
 
 void addHeader(QMenu& menu, const QString& title) {
     auto* label = new QLabel(title);
@@ -48,114 +34,60 @@ void addHeader(QMenu& menu, const QString& title) {
     menu.addAction(header);
 }
 
-void addSelfTimer(QMenu& menu, const MenuActions& actions) {
-    QMenu* seconds = menu.addMenu(QStringLiteral("Self-Timer"));
-    seconds->menuAction()->setObjectName(QStringLiteral("Self-Timer"));
-    seconds->menuAction()->setIcon(
-        chrome::symbolIcon(QStringLiteral("timer"), menu.palette().color(QPalette::WindowText)));
-    for (const int tag : {3, 5, 10}) {
-        QAction* row = addRow(*seconds, {QStringLiteral("%1 seconds").arg(tag), {}, {}},
-                              [selfTimer = actions.selfTimer, tag] { selfTimer(tag); });
-        row->setData(tag);
+// What a command's row and a submenu's have in common.
+void dress(QAction& action, const MenuRow& row, const QMenu& menu) {
+    action.setObjectName(row.title);
+    action.setIconText(row.symbolDescription);
+    if (!row.symbol.isEmpty())
+        action.setIcon(chrome::symbolIcon(row.symbol, menu.palette().color(QPalette::WindowText)));
+    action.setIconVisibleInMenu(true);
+}
+
+void addCommand(QMenu& menu, const MenuRow& row, CommandTable& table) {
+    // The toolkit shows what follows a tab in the key column, without making a shortcut of it.
+    const QString text = row.keyLabel.isEmpty() ? row.title : row.title + u'\t' + row.keyLabel;
+    auto* action = new QAction(text, &menu);
+    dress(*action, row, menu);
+    if (row.request.delay.count() > 0)
+        action->setData(static_cast<int>(row.request.delay.count()));
+    QObject::connect(action, &QAction::triggered, &menu,
+                     [&table, id = row.command, request = row.request] { table.run(id, request); });
+    menu.addAction(action);
+}
+
+void addSubmenu(QMenu& menu, const MenuRow& row, CommandTable& table) {
+    QMenu* submenu = menu.addMenu(row.title);
+    dress(*submenu->menuAction(), row, menu);
+    addRows(*submenu, row.rows, table);
+    platform::services().surfaceHost.adoptMenu(*submenu);
+}
+
+void addRows(QMenu& menu, const std::vector<MenuRow>& rows, CommandTable& table) {
+    for (const MenuRow& row : rows) {
+        switch (row.kind) {
+        case MenuRow::Kind::Header:
+            addHeader(menu, row.title);
+            break;
+        case MenuRow::Kind::Separator:
+            menu.addSeparator();
+            break;
+        case MenuRow::Kind::Command:
+            addCommand(menu, row, table);
+            break;
+        case MenuRow::Kind::Submenu:
+            addSubmenu(menu, row, table);
+            break;
+        }
     }
-    platform::services().surfaceHost.adoptMenu(*seconds);
-}
-
-bool isRecording(const RecorderFeature* recorder) {
-    return recorder != nullptr && recorder->state() == RecorderState::recording;
-}
-
-std::unique_ptr<QMenu> makeMenu(const QString& title) {
-    auto menu = std::make_unique<QMenu>(title);
-    platform::services().surfaceHost.adoptMenu(*menu);
-    return menu;
-}
-
-void addCaptureRows(QMenu& menu, const MenuActions& actions) {
-    addHeader(menu, QStringLiteral("Capture"));
-    addRow(
-        menu,
-        {QStringLiteral("All-In-One"), QStringLiteral("camera.viewfinder"), QStringLiteral("Super+Shift+S")},
-        actions.captureAllInOne);
-    addRow(
-        menu,
-        {QStringLiteral("Capture Area"), QStringLiteral("rectangle.dashed"), QStringLiteral("Super+Shift+4")},
-        actions.captureArea);
-    addRow(menu,
-           {QStringLiteral("Capture Previous Area"), QStringLiteral("rectangle.dashed.badge.record"), {}},
-           actions.capturePreviousArea);
-    addRow(menu,
-           {QStringLiteral("Capture Fullscreen"), QStringLiteral("desktopcomputer"),
-            QStringLiteral("Super+Shift+3")},
-           actions.captureFullscreen);
-    addRow(menu,
-           {QStringLiteral("Capture Window"), QStringLiteral("macwindow"), QStringLiteral("Super+Shift+5")},
-           actions.captureWindow);
-    addRow(menu, {QStringLiteral("Scrolling Capture"), QStringLiteral("scroll"), {}},
-           actions.scrollingCapture);
-    addSelfTimer(menu, actions);
-}
-
-void addToolRows(QMenu& menu, const MenuActions& actions) {
-    addHeader(menu, QStringLiteral("Tools"));
-    addRow(menu, {QStringLiteral("Capture Text (OCR)"), QStringLiteral("text.viewfinder"), {}},
-           actions.captureText);
-    addRow(menu,
-           {QStringLiteral("Open from Clipboard"), QStringLiteral("doc.on.clipboard"),
-            QStringLiteral("Super+V")},
-           actions.openFromClipboard);
-    addRow(menu, {QStringLiteral("Pin to Screen"), QStringLiteral("pin"), {}}, actions.pinToScreen);
 }
 
 } // namespace
 
-std::unique_ptr<QMenu> makeMainMenu(const MenuActions& actions, const RecorderFeature* recorder) {
-    auto menu = makeMenu(QStringLiteral("Marrowfin"));
-    addCaptureRows(*menu, actions);
-    menu->addSeparator();
-    addToolRows(*menu, actions);
-    menu->addSeparator();
-    addHeader(*menu, QStringLiteral("Recording"));
-    // Fixed at the moment the menu opens; it doesn't tick while it is open.
-    if (isRecording(recorder))
-        addRow(*menu,
-               {QStringLiteral("Stop Recording (%1)").arg(recorder->formattedDuration()),
-                QStringLiteral("stop.circle.fill"),
-                {}},
-               actions.recordScreen);
-    else
-        addRow(*menu, {QStringLiteral("Record Screen"), QStringLiteral("record.circle"), {}},
-               actions.recordScreen);
-    menu->addSeparator();
-    addRow(*menu, {QStringLiteral("Capture History..."), QStringLiteral("clock.arrow.circlepath"), {}},
-           actions.showHistory);
-    addRow(*menu, {QStringLiteral("Settings..."), QStringLiteral("gear"), QStringLiteral("Super+,")},
-           actions.openSettings);
-    addRow(*menu, {QStringLiteral("Check for Updates..."), QStringLiteral("arrow.down.circle"), {}},
-           actions.checkForUpdates);
-    menu->addSeparator();
-    addRow(*menu, {QStringLiteral("Quit Marrowfin"), QStringLiteral("power"), QStringLiteral("Super+Q")},
-           actions.quit);
-    return menu;
-}
-
-std::unique_ptr<QMenu> makeAllInOneMenu(const MenuActions& actions, const RecorderFeature* recorder) {
-    auto menu = makeMenu(QString());
-    addRow(*menu, {QStringLiteral("Capture Area"), QStringLiteral("rectangle.dashed"), {}},
-           actions.captureArea);
-    addRow(*menu, {QStringLiteral("Capture Window"), QStringLiteral("macwindow"), {}}, actions.captureWindow);
-    addRow(*menu, {QStringLiteral("Capture Fullscreen"), QStringLiteral("desktopcomputer"), {}},
-           actions.captureFullscreen);
-    menu->addSeparator();
-    addRow(*menu, {QStringLiteral("Scrolling Capture"), QStringLiteral("scroll"), {}},
-           actions.scrollingCapture);
-    addRow(*menu, {QStringLiteral("Capture Text (OCR)"), QStringLiteral("text.viewfinder"), {}},
-           actions.captureText);
-    menu->addSeparator();
-    const QString title =
-        isRecording(recorder) ? QStringLiteral("Stop Recording") : QStringLiteral("Record Screen");
-    addRow(*menu, {title, QStringLiteral("record.circle"), {}}, actions.recordScreen);
-    return menu;
+std::unique_ptr<QMenu> makeMenu(Menu menu, CommandTable& table) {
+    auto made = std::make_unique<QMenu>(menuTitle(menu));
+    platform::services().surfaceHost.adoptMenu(*made);
+    addRows(*made, menuRows(menu, table), table);
+    return made;
 }
 
 } // namespace marrowfin::app

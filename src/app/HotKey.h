@@ -1,6 +1,8 @@
 // The three global key combinations. They aren't configurable. Values; any thread.
 #pragma once
 
+#include "commands/Command.h"
+
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -20,5 +22,7 @@ constexpr std::uint32_t hotKeyModifiers = 768;
 constexpr std::uint32_t hotKeySignature = 0x4B56454C;
 
 const std::array<HotKey, 3>& hotKeys();
+// What a press of one of the three runs.
+commands::CommandID commandOf(const HotKey& hotKey);
 
 } // namespace marrowfin::app

@@ -1,17 +1,17 @@
 #include "app/ShortcutManager.h"
 
 #include "base/Log.h"
-#include "capture/ScreenCaptureManager.h"
 #include "chrome/Alert.h"
+#include "commands/CommandTable.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
 namespace marrowfin::app {
 
-using namespace capture;
+using namespace commands;
 using namespace platform;
 
-ShortcutManager::ShortcutManager(ScreenCaptureManager& manager) : captureManager(manager) {}
+ShortcutManager::ShortcutManager(CommandTable& commands) : table(commands) {}
 
 Flow<> ShortcutManager::registerHotKeys() {
     if (eventHandler || !references.empty())
@@ -98,17 +98,7 @@ void ShortcutManager::dispatch(std::uint32_t id) {
             return;
         }
         // Straight into the flow, without the permission step of the menu's commands.
-        switch (id) {
-        case 1:
-            captureManager.captureFullscreen();
-            break;
-        case 2:
-            captureManager.captureArea();
-            break;
-        default:
-            captureManager.captureWindow();
-            break;
-        }
+        table.run(commandOf(hotKey), {}, PermissionStep::Skipped);
         return;
     }
 }

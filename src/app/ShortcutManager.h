@@ -1,4 +1,4 @@
-// Holds the global hot keys and sends each press to its capture. Main thread. Destroying it frees nothing:
+// Holds the global hot keys and runs the command of each press. Main thread. Destroying it frees nothing:
 // the delegate calls unregister() first.
 #pragma once
 
@@ -11,25 +11,25 @@
 #include <utility>
 #include <vector>
 
-namespace marrowfin::capture {
-class ScreenCaptureManager;
+namespace marrowfin::commands {
+class CommandTable;
 }
 
 namespace marrowfin::app {
 
 class ShortcutManager {
 public:
-    explicit ShortcutManager(capture::ScreenCaptureManager& captureManager);
+    explicit ShortcutManager(commands::CommandTable& table);
 
     // A second call without unregister() does nothing. ("register" alone is a reserved word.)
     Flow<> registerHotKeys();
     // One alert for all combinations that could not be had; returns when it was answered.
     Flow<> reportFailures();
     void unregister();
-    // Runs the action of the row with this id; an unknown id does nothing.
+    // Runs the command of the row with this id; an unknown id does nothing.
     void dispatch(std::uint32_t id);
 
-    // When set, gets the hot key in place of its capture.
+    // When set, gets the hot key in place of its command.
     std::function<void(const HotKey&)> onHotKey;
 
     const std::vector<platform::HotKeyRef>& hotKeyRefs() const { return references; }
@@ -40,7 +40,7 @@ public:
 private:
     platform::HotKeyStatus handle(platform::HotKeyID id);
 
-    capture::ScreenCaptureManager& captureManager;
+    commands::CommandTable& table;
     std::vector<platform::HotKeyRef> references;
     std::optional<platform::HotKeyHandlerRef> eventHandler;
     std::vector<std::pair<HotKey, platform::HotKeyStatus>> failed;

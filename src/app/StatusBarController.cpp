@@ -1,8 +1,8 @@
 #include "app/StatusBarController.h"
 
-#include "capture/ScreenCaptureManager.h"
-#include "capture/SelfTimerOverlay.h"
+#include "app/CaptureMenu.h"
 #include "editor/EditorWindowController.h"
+#include "pin/PinManager.h"
 #include "platform/Pasteboard.h"
 #include "platform/Services.h"
 
@@ -11,44 +11,38 @@
 
 namespace marrowfin::app {
 
-using namespace capture;
+using namespace commands;
 using namespace editor;
 using namespace imaging;
 
-StatusBarController::StatusBarController(platform::StatusItem& item, ScreenCaptureManager& manager,
-                                         Features features)
-    : statusItem(item), captureManager(manager), has(std::move(features)) {}
+StatusBarController::StatusBarController(platform::StatusItem& item, CommandTable& commands)
+    : statusItem(item), table(commands) {
+    provideCommands();
+}
 
 StatusBarController::~StatusBarController() {
     delete openMenu;
 }
 
-MenuActions StatusBarController::actions() {
-    MenuActions made;
-    made.captureAllInOne = [this] { captureAllInOne(); };
-    made.captureArea = [this] { captureArea(); };
-    made.capturePreviousArea = [this] { capturePreviousArea(); };
-    made.captureFullscreen = [this] { captureFullscreen(); };
-    made.captureWindow = [this] { captureWindow(); };
-    made.scrollingCapture = [this] { scrollingCapture(); };
-    made.selfTimer = [this](int seconds) { selfTimerAction(seconds); };
-    made.captureText = [this] { captureText(); };
-    made.openFromClipboard = [this] { openFromClipboard(); };
-    made.pinToScreen = [this] { pinToScreen(); };
-    made.recordScreen = [this] { recordScreen(); };
-    made.showHistory = [this] { showHistory(); };
-    made.openSettings = [this] { openSettings(); };
-    made.checkForUpdates = [this] { checkForUpdates(); };
-    made.quit = [this] { quit(); };
-    return made;
+void StatusBarController::provideCommands() {
+    table.provide(CommandID::captureAllInOne, [this](const CommandRequest&) {
+        popUp(makeMenu(Menu::AllInOne, table), Place::AtPointer);
+        return settled<CommandResult>({});
+    });
+    table.provide(CommandID::openFromClipboard, [this](const CommandRequest&) {
+        return flows.start(withClipboardImage(&StatusBarController::openEditor));
+    });
+    table.provide(CommandID::pinToScreen, [this](const CommandRequest&) {
+        return flows.start(withClipboardImage(&StatusBarController::pin));
+    });
+    table.provide(CommandID::quit, [](const CommandRequest&) {
+        QApplication::quit();
+        return settled<CommandResult>({});
+    });
 }
 
 void StatusBarController::showMenu() {
-    popUp(makeMainMenu(actions(), has.recorder.get()), Place::AtItem);
-}
-
-void StatusBarController::captureAllInOne() {
-    popUp(makeAllInOneMenu(actions(), has.recorder.get()), Place::AtPointer);
+    popUp(makeMenu(Menu::Main, table), Place::AtItem);
 }
 
 void StatusBarController::popUp(std::unique_ptr<QMenu> menu, Place place) {
@@ -65,87 +59,70 @@ void StatusBarController::popUp(std::unique_ptr<QMenu> menu, Place place) {
         shown->popup(QCursor::pos());
 }
 
-Flow<> StatusBarController::permitted(Outcome<void> (ScreenCaptureManager::*operation)()) {
-    const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
-    if (granted)
-        co_await (captureManager.*operation)();
-}
-
-Outcome<void> StatusBarController::captureArea() {
-    return flows.start(permitted(&ScreenCaptureManager::captureArea));
-}
-Outcome<void> StatusBarController::capturePreviousArea() {
-    return flows.start(permitted(&ScreenCaptureManager::capturePreviousArea));
-}
-Outcome<void> StatusBarController::captureFullscreen() {
-    return flows.start(permitted(&ScreenCaptureManager::captureFullscreen));
-}
-Outcome<void> StatusBarController::captureWindow() {
-    return flows.start(permitted(&ScreenCaptureManager::captureWindow));
-}
-Outcome<void> StatusBarController::scrollingCapture() {
-    return flows.start(scroll());
-}
-Outcome<void> StatusBarController::selfTimerAction(int seconds) {
-    return flows.start(countDownAndCapture(seconds));
-}
-Outcome<void> StatusBarController::captureText() {
-    return flows.start(has.textCapture->start());
-}
-Outcome<void> StatusBarController::openFromClipboard() {
-    return flows.start(openImageFromClipboard());
-}
-Outcome<void> StatusBarController::pinToScreen() {
-    return flows.start(pinImageFromClipboard());
-}
-Outcome<void> StatusBarController::recordScreen() {
-    return has.recorder ? flows.start(has.recorder->toggle()) : settled<void>({});
-}
-
-Flow<> StatusBarController::scroll() {
-    const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
-    if (!granted)
-        co_return;
-    const std::optional<Image> stitched = co_await has.scrolling->run();
-    // The same road as any capture.
-    if (stitched)
-        captureManager.setCapturedImage(*stitched);
-}
-
-Flow<> StatusBarController::countDownAndCapture(int seconds) {
-    const bool granted = co_await ScreenCaptureManager::screenPermissionGranted();
-    if (!granted)
-        co_return;
-    SelfTimerOverlay overlay;
-    co_await overlay.run(seconds);
-    co_await captureManager.captureArea();
-}
-
-Flow<> StatusBarController::openImageFromClipboard() {
+// Nothing happens, in silence, where the clipboard holds no image.
+Flow<Result<CommandResult>> StatusBarController::withClipboardImage(UseOfImage use) {
     const Result<std::optional<Image>> image = co_await platform::services().pasteboard.readImage();
-    if (!image || !*image)
-        co_return;
-    editorWindows.push_back(EditorWindowController::make(**image));
+    if (!image)
+        co_return tl::unexpected(image.error());
+    if (!*image)
+        co_return failure(QStringLiteral("The clipboard holds no image."));
+    (this->*use)(**image);
+    co_return CommandResult{};
+}
+
+void StatusBarController::openEditor(const Image& image) {
+    editorWindows.push_back(EditorWindowController::make(image));
     editorWindows.back()->showWindow();
 }
 
-Flow<> StatusBarController::pinImageFromClipboard() {
-    const Result<std::optional<Image>> image = co_await platform::services().pasteboard.readImage();
-    if (image && *image)
-        has.pins->open(**image);
+void StatusBarController::pin(const Image& image) {
+    pin::PinManager::shared().pin(image);
 }
 
+void StatusBarController::captureAllInOne() {
+    table.run(CommandID::captureAllInOne);
+}
+void StatusBarController::captureArea() {
+    table.run(CommandID::captureArea);
+}
+void StatusBarController::capturePreviousArea() {
+    table.run(CommandID::capturePreviousArea);
+}
+void StatusBarController::captureFullscreen() {
+    table.run(CommandID::captureFullscreen);
+}
+void StatusBarController::captureWindow() {
+    table.run(CommandID::captureWindow);
+}
+void StatusBarController::scrollingCapture() {
+    table.run(CommandID::scrollingCapture);
+}
+void StatusBarController::selfTimerAction(int seconds) {
+    table.run(CommandID::selfTimer, {{}, std::chrono::seconds(seconds)});
+}
+void StatusBarController::captureText() {
+    table.run(CommandID::captureText);
+}
+void StatusBarController::openFromClipboard() {
+    table.run(CommandID::openFromClipboard);
+}
+void StatusBarController::pinToScreen() {
+    table.run(CommandID::pinToScreen);
+}
+void StatusBarController::recordScreen() {
+    table.run(CommandID::recordScreen);
+}
 void StatusBarController::showHistory() {
-    has.history->show();
+    table.run(CommandID::showHistory);
 }
 void StatusBarController::openSettings() {
-    has.settings->show();
+    table.run(CommandID::openSettings);
 }
 void StatusBarController::checkForUpdates() {
-    has.updates->show();
+    table.run(CommandID::checkForUpdates);
 }
 void StatusBarController::quit() {
-    QApplication::quit();
+    table.run(CommandID::quit);
 }
 
 } // namespace marrowfin::app

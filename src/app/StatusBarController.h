@@ -1,20 +1,16 @@
-// The program's menu and the dispatcher of its commands. Lives as long as the process; main thread. Each
-// command that may wait is a flow of its own: commands don't exclude each other.
+// The program's menu and its operations, each of which runs its command of the table. Lives as long as the
+// process; main thread.
 #pragma once
 
-#include "app/CaptureMenu.h"
-#include "app/Features.h"
 #include "base/Flow.h"
+#include "commands/CommandTable.h"
+#include "imaging/Image.h"
 #include "platform/StatusItem.h"
 
 #include <QMenu>
 #include <QPointer>
 #include <memory>
 #include <vector>
-
-namespace marrowfin::capture {
-class ScreenCaptureManager;
-}
 
 namespace marrowfin::editor {
 class EditorWindowController;
@@ -24,41 +20,38 @@ namespace marrowfin::app {
 
 class StatusBarController {
 public:
-    StatusBarController(platform::StatusItem& statusItem, capture::ScreenCaptureManager& captureManager,
-                        Features features);
+    // Provides the table with what is the controller's own: the second menu, the clipboard's image, the end.
+    StatusBarController(platform::StatusItem& statusItem, commands::CommandTable& table);
     ~StatusBarController();
 
     void showMenu();
     void captureAllInOne();
-    // What they answer tells only when it is over.
-    Outcome<void> captureArea();
-    Outcome<void> capturePreviousArea();
-    Outcome<void> captureFullscreen();
-    Outcome<void> captureWindow();
-    Outcome<void> scrollingCapture();
-    Outcome<void> selfTimerAction(int seconds);
-    Outcome<void> captureText();
-    Outcome<void> openFromClipboard();
-    Outcome<void> pinToScreen();
-    Outcome<void> recordScreen();
+    void captureArea();
+    void capturePreviousArea();
+    void captureFullscreen();
+    void captureWindow();
+    void scrollingCapture();
+    void selfTimerAction(int seconds);
+    void captureText();
+    void openFromClipboard();
+    void pinToScreen();
+    void recordScreen();
     void showHistory();
     void openSettings();
     void checkForUpdates();
     void quit();
 
 private:
-    MenuActions actions();
-    Flow<> permitted(Outcome<void> (capture::ScreenCaptureManager::*operation)());
-    Flow<> scroll();
-    Flow<> countDownAndCapture(int seconds);
-    Flow<> openImageFromClipboard();
-    Flow<> pinImageFromClipboard();
+    using UseOfImage = void (StatusBarController::*)(const imaging::Image& image);
+    void provideCommands();
+    Flow<Result<commands::CommandResult>> withClipboardImage(UseOfImage use);
+    void openEditor(const imaging::Image& image);
+    void pin(const imaging::Image& image);
     enum class Place { AtItem, AtPointer };
     void popUp(std::unique_ptr<QMenu> menu, Place place);
 
     platform::StatusItem& statusItem;
-    capture::ScreenCaptureManager& captureManager;
-    Features has;
+    commands::CommandTable& table;
     // Opened from the clipboard; an entry stays when its window closes.
     std::vector<std::shared_ptr<editor::EditorWindowController>> editorWindows;
     QPointer<QMenu> openMenu;

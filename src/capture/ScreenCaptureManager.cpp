@@ -32,30 +32,38 @@ void ScreenCaptureManager::observeCapturedImage(QObject* receiver,
     connect(this, &ScreenCaptureManager::capturedImageChanged, receiver, [this, deliver] { deliver(image); });
 }
 
-Outcome<void> ScreenCaptureManager::captureArea() {
-    return flows.start(publish(areaCapture(), QStringLiteral("Capture failed: ")));
+Outcome<void> ScreenCaptureManager::captureArea(Taken taken) {
+    return flows.start(publish(areaCapture(), QStringLiteral("Capture failed: "), std::move(taken)));
 }
 
-Outcome<void> ScreenCaptureManager::capturePreviousArea() {
+Outcome<void> ScreenCaptureManager::capturePreviousArea(Taken taken) {
     if (!previous)
-        return captureArea();
-    return flows.start(publish(previousAreaCapture(), QStringLiteral("Previous area capture failed: ")));
+        return captureArea(std::move(taken));
+    return flows.start(
+        publish(previousAreaCapture(), QStringLiteral("Previous area capture failed: "), std::move(taken)));
 }
 
-Outcome<void> ScreenCaptureManager::captureFullscreen() {
-    return flows.start(publish(fullscreenCapture(), QStringLiteral("Fullscreen capture failed: ")));
+Outcome<void> ScreenCaptureManager::captureFullscreen(Taken taken) {
+    return flows.start(
+        publish(fullscreenCapture(), QStringLiteral("Fullscreen capture failed: "), std::move(taken)));
 }
 
-Outcome<void> ScreenCaptureManager::captureWindow() {
-    return flows.start(publish(windowCapture(), QStringLiteral("Window capture failed: ")));
+Outcome<void> ScreenCaptureManager::captureWindow(Taken taken) {
+    return flows.start(publish(windowCapture(), QStringLiteral("Window capture failed: "), std::move(taken)));
 }
 
-Flow<> ScreenCaptureManager::publish(Flow<Result<Image>> capture, QString failurePrefix) {
+Flow<Result<void>> ScreenCaptureManager::publish(Flow<Result<Image>> capture, QString failurePrefix,
+                                                 Taken taken) {
     const Result<Image> result = co_await std::move(capture);
-    if (result)
-        setCapturedImage(*result);
-    else if (result.error().kind != Error::Kind::Cancelled)
-        printLine(failurePrefix + result.error().message);
+    if (!result) {
+        if (result.error().kind != Error::Kind::Cancelled)
+            printLine(failurePrefix + result.error().message);
+        co_return tl::unexpected(result.error());
+    }
+    if (taken)
+        taken(*result);
+    setCapturedImage(*result);
+    co_return Result<void>();
 }
 
 Flow<Result<Image>> ScreenCaptureManager::areaCapture() {

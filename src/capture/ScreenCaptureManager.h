@@ -30,12 +30,13 @@ public:
     // The last accepted area selection; memory only.
     const std::optional<DesktopRect>& previousRect() const { return previous; }
 
-    // Publish the image, or print one line; a change of mind is silent. What they answer tells only when that
-    // has happened.
-    Outcome<void> captureArea();
-    Outcome<void> capturePreviousArea();
-    Outcome<void> captureFullscreen();
-    Outcome<void> captureWindow();
+    // Called with the image right before it is published.
+    using Taken = std::function<void(const imaging::Image&)>;
+    // Publish the image, or print one line; a change of mind is silent. Answer why there is none.
+    Outcome<void> captureArea(Taken taken = {});
+    Outcome<void> capturePreviousArea(Taken taken = {});
+    Outcome<void> captureFullscreen(Taken taken = {});
+    Outcome<void> captureWindow(Taken taken = {});
 
     // The same captures for who wants the image itself, or why there is none: Cancelled when nothing was
     // chosen or there was nothing to choose from. They publish and print nothing.
@@ -56,7 +57,7 @@ Q_SIGNALS:
     void capturedImageChanged();
 
 private:
-    Flow<> publish(Flow<Result<imaging::Image>> capture, QString failurePrefix);
+    Flow<Result<void>> publish(Flow<Result<imaging::Image>> capture, QString failurePrefix, Taken taken);
 
     std::optional<imaging::Image> image;
     std::optional<DesktopRect> previous;

@@ -54,6 +54,25 @@ TEST_F(AppDelegateTest, aCaptureMadeWhileTheAlertIsUpIsRoutedOnceItIsAnswered) {
     ASSERT_TRUE(waitUntil([&] { return routed == 1; }));
 }
 
+TEST_F(AppDelegateTest, allCapturesMadeWhileTheAlertIsUpAreDeliveredInOrderOnceItIsAnswered) {
+    desktop.hotKeys.taken = {keyCode5};
+    const std::vector<Image> taken = {picture(Qt::red), picture(Qt::green), picture(Qt::blue)};
+    std::vector<Image> onClipboard;
+    QObject::connect(&delegate, &AppDelegate::captureRouted, &delegate,
+                     [&] { onClipboard.push_back(*desktop.pasteboard.image); });
+    delegate.applicationDidFinishLaunching();
+    ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QMessageBox>() != nullptr; }));
+    for (const Image& image : taken)
+        delegate.captureManager()->setCapturedImage(image);
+    QApplication::processEvents();
+    EXPECT_FALSE(desktop.pasteboard.image.has_value()) << "before its step of the launch";
+    EXPECT_TRUE(CaptureHistory::shared().list().isEmpty());
+    onlyTopLevel<QMessageBox>()->reject();
+    ASSERT_TRUE(waitUntil([&] { return onClipboard.size() == taken.size(); }));
+    EXPECT_EQ(onClipboard, taken);
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 3);
+}
+
 TEST_F(AppDelegateTest, withoutAButtonTheLaunchGoesOnWithoutAnIcon) {
     desktop.statusBar.button = false;
     launch();

@@ -1,6 +1,8 @@
 // What each row of the menus starts.
 #include "MenuFixture.h"
 
+#include "app/CaptureCommands.h"
+#include "app/CaptureDelivery.h"
 #include "app/StatusBarController.h"
 #include "capture/CountdownDigit.h"
 #include "capture/ScreenCaptureManager.h"
@@ -18,6 +20,7 @@
 using namespace marrowfin;
 using namespace app;
 using namespace capture;
+using namespace commands;
 using namespace editor;
 using namespace imaging;
 using namespace settings;
@@ -208,41 +211,19 @@ TEST_F(CommandsTest, whatIsNotBuiltYetSaysSoInOneLine) {
 
 namespace {
 
-class PlayedScrolling : public ScrollingFeature {
-public:
-    explicit PlayedScrolling(std::optional<Image> image) : result(std::move(image)) {}
-    Flow<std::optional<Image>> run() override { co_return result; }
-
-private:
-    std::optional<Image> result;
-};
-
-class CountingRecorder : public RecorderFeature {
-public:
-    explicit CountingRecorder(int& toggled) : count(toggled) {}
-    RecorderState state() const override { return RecorderState::idle; }
-    QString formattedDuration() const override { return {}; }
-    Flow<> toggle() override {
-        ++count;
-        co_return;
-    }
-
-private:
-    int& count;
-};
-
 // The controller by itself, with features of the test's own.
 class PlayedFeatures : public testing::Test {
 protected:
-    StatusBarController& controllerWith(Features features) {
-        controller = std::make_unique<StatusBarController>(item, manager, std::move(features));
-        return *controller;
-    }
+    // Whatever is captured is delivered from the start.
+    PlayedFeatures() { delivery.open(); }
 
     FakeDesktop desktop;
     fake::FakeStatusItem item;
     ScreenCaptureManager manager;
-    std::unique_ptr<StatusBarController> controller;
+    CaptureDelivery delivery;
+    CommandTable table{CaptureCommands::preparation()};
+    CaptureCommands captures{manager, delivery};
+    StatusBarController controller{item, table};
 };
 
 } // namespace
@@ -251,27 +232,27 @@ TEST_F(PlayedFeatures, whatAScrollingCaptureYieldsTakesTheRoadOfAnyCapture) {
     QImage pixels(30, 400, QImage::Format_RGB32);
     pixels.fill(Qt::darkGreen);
     const Image stitched = Image::captured(pixels);
-    Features features;
-    features.scrolling = std::make_unique<PlayedScrolling>(stitched);
-    controllerWith(std::move(features)).scrollingCapture();
+    table.provide(CommandID::scrollingCapture,
+                  [&](const CommandRequest& request) { return captures.publish(stitched, request); });
+    controller.scrollingCapture();
     ASSERT_TRUE(waitUntil([&] { return manager.capturedImage().has_value(); }));
     EXPECT_EQ(manager.capturedImage(), stitched);
 }
 
 TEST_F(PlayedFeatures, aScrollingCaptureThatYieldsNothingPublishesNothing) {
-    Features features;
-    features.scrolling = std::make_unique<PlayedScrolling>(std::nullopt);
-    const Outcome<void> ended = controllerWith(std::move(features)).scrollingCapture();
+    table.provide(CommandID::scrollingCapture,
+                  [](const CommandRequest&) { return settled<CommandResult>(cancelled()); });
+    const Outcome<CommandResult> ended = table.run(CommandID::scrollingCapture);
     ASSERT_TRUE(waitUntil([&] { return ended.isSettled(); }));
     EXPECT_FALSE(manager.capturedImage().has_value());
 }
 
-TEST_F(PlayedFeatures, recordScreenTogglesTheRecorderAndWithoutOneDoesNothing) {
+TEST_F(PlayedFeatures, recordScreenTogglesTheRecorder) {
     int toggled = 0;
-    Features features;
-    features.recorder = std::make_unique<CountingRecorder>(toggled);
-    controllerWith(std::move(features)).recordScreen();
-    EXPECT_EQ(toggled, 1);
-    controllerWith({}).recordScreen();
+    table.provide(CommandID::recordScreen, [&](const CommandRequest&) {
+        ++toggled;
+        return settled<CommandResult>({});
+    });
+    controller.recordScreen();
     EXPECT_EQ(toggled, 1);
 }

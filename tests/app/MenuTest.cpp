@@ -8,19 +8,12 @@
 
 using namespace marrowfin;
 using namespace app;
+using namespace commands;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::waitUntil;
 
 namespace {
-
-class PlayedRecorder : public RecorderFeature {
-public:
-    RecorderState now = RecorderState::idle;
-    RecorderState state() const override { return now; }
-    QString formattedDuration() const override { return QStringLiteral("01:23"); }
-    Flow<> toggle() override { co_return; }
-};
 
 // Titles as a person reads them: headers in brackets, separators as a dash, the key column behind a bar.
 QStringList rows(const QMenu& menu) {
@@ -55,8 +48,14 @@ void expectSymbols(const QMenu& menu, const std::map<QString, QString>& symbols)
 
 class MenuTest : public MenuFixture {
 protected:
-    PlayedRecorder recorder;
-    std::unique_ptr<QMenu> mainMenu() { return makeMainMenu({}, &recorder); }
+    MenuTest() {
+        table.provideState([this] { return ProgramState{recorder, QStringLiteral("01:23")}; });
+    }
+    std::unique_ptr<QMenu> mainMenu() { return makeMenu(Menu::Main, table); }
+    std::unique_ptr<QMenu> allInOneMenu() { return makeMenu(Menu::AllInOne, table); }
+
+    RecorderState recorder = RecorderState::idle;
+    CommandTable table{{}};
 };
 
 } // namespace
@@ -115,13 +114,33 @@ TEST_F(MenuTest, eachCommandRowHasItsSymbol) {
         {"Quit Marrowfin", "power"},
     };
     expectSymbols(*mainMenu(), symbols);
-    recorder.now = RecorderState::recording;
+    recorder = RecorderState::recording;
     symbols["Stop Recording (01:23)"] = "stop.circle.fill";
     expectSymbols(*mainMenu(), symbols);
     symbols["Stop Recording"] = "record.circle"; // the small menu's doesn't change
-    expectSymbols(*makeAllInOneMenu({}, &recorder), symbols);
-    recorder.now = RecorderState::idle;
-    expectSymbols(*makeAllInOneMenu({}, &recorder), symbols);
+    expectSymbols(*allInOneMenu(), symbols);
+    recorder = RecorderState::idle;
+    expectSymbols(*allInOneMenu(), symbols);
+}
+
+TEST_F(MenuTest, aSymbolIsDescribedByItsTitleAndTheTimersByOneOfItsOwn) {
+    const auto menu = mainMenu();
+    for (const QAction* action : menu->actions()) {
+        if (action->isSeparator() || !action->isEnabled())
+            continue;
+        const QString title = action->text().section(u'\t', 0, 0);
+        EXPECT_EQ(action->iconText(), title == u"Self-Timer" ? QStringLiteral("Timer") : title);
+    }
+}
+
+TEST_F(MenuTest, aRowRunsItsCommand) {
+    std::vector<CommandRequest> requests;
+    table.provide(CommandID::openFromClipboard, [&](const CommandRequest& request) {
+        requests.push_back(request);
+        return settled<CommandResult>({});
+    });
+    row(*mainMenu(), QStringLiteral("Open from Clipboard"))->trigger();
+    EXPECT_EQ(requests, std::vector{CommandRequest{}});
 }
 
 TEST_F(MenuTest, theTimersSubmenuHasThreeRowsWithTheirSeconds) {
@@ -134,10 +153,10 @@ TEST_F(MenuTest, theTimersSubmenuHasThreeRowsWithTheirSeconds) {
 }
 
 TEST_F(MenuTest, theRecordingRowFollowsTheStateAtTheMomentOfOpening) {
-    recorder.now = RecorderState::recording;
+    recorder = RecorderState::recording;
     const auto menu = mainMenu();
     EXPECT_NE(row(*menu, QStringLiteral("Stop Recording (01:23)")), nullptr);
-    recorder.now = RecorderState::stopping;
+    recorder = RecorderState::stopping;
     EXPECT_NE(row(*mainMenu(), QStringLiteral("Record Screen")), nullptr);
     EXPECT_NE(row(*menu, QStringLiteral("Stop Recording (01:23)")), nullptr) << "fixed while it is open";
 }
@@ -153,11 +172,10 @@ TEST_F(MenuTest, theAllInOneMenuRowByRow) {
         QStringLiteral("-"),
         QStringLiteral("Record Screen"),
     };
-    EXPECT_EQ(rows(*makeAllInOneMenu({}, &recorder)), expected);
-    recorder.now = RecorderState::recording;
+    EXPECT_EQ(rows(*allInOneMenu()), expected);
+    recorder = RecorderState::recording;
     expected.last() = QStringLiteral("Stop Recording");
-    EXPECT_EQ(rows(*makeAllInOneMenu({}, &recorder)), expected) << "no elapsed time here";
-    EXPECT_EQ(rows(*makeAllInOneMenu({}, nullptr)).last(), QStringLiteral("Record Screen"));
+    EXPECT_EQ(rows(*allInOneMenu()), expected) << "no elapsed time here";
 }
 
 TEST_F(MenuTest, eachOpeningBuildsAFreshMenuThatLeavesNoTraceInAGrab) {

@@ -110,7 +110,7 @@ TEST_F(RoutingTest, theStampIsGMTWhateverTheTimeZone) {
 
 TEST_F(RoutingTest, withoutAPicturesFolderASaveIsSilent) {
     desktop.folders.hasPictures = false;
-    const Outcome<void> done = flows.start(saveCaptureToFile(picture()));
+    const Outcome<QString> done = flows.start(saveCaptureToFile(picture()));
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 0);
 }
@@ -127,7 +127,7 @@ TEST_F(RoutingTest, aFolderThatCantBeMadeBeepsAndTheCaptureGoesOn) {
 }
 
 TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
-    const Outcome<void> done = flows.start(saveCaptureToFile(Image()));
+    const Outcome<QString> done = flows.start(saveCaptureToFile(Image()));
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 1);
     EXPECT_TRUE(saves().isEmpty());
@@ -136,7 +136,7 @@ TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
 TEST_F(RoutingTest, aFileThatCantBeWrittenIsSilent) {
     // A folder stands under the file's name.
     ASSERT_TRUE(QDir().mkpath(picturesFolder() + QStringLiteral("/Marrowfin 2026-11-15T20.16.03.png")));
-    const Outcome<void> done = flows.start(saveCaptureToFile(picture()));
+    const Outcome<QString> done = flows.start(saveCaptureToFile(picture()));
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 0);
     EXPECT_TRUE(saves().isEmpty()) << "nothing half-written either";

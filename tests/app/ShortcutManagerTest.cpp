@@ -1,5 +1,7 @@
 #include "app/ShortcutManager.h"
 
+#include "app/CaptureCommands.h"
+#include "app/CaptureDelivery.h"
 #include "capture/ScreenCaptureManager.h"
 #include "platform/Services.h"
 #include "platform/fake/FakeDesktop.h"
@@ -11,6 +13,7 @@
 using namespace marrowfin;
 using namespace app;
 using namespace capture;
+using namespace commands;
 using namespace marrowfin::platform;
 using namespace marrowfin::testsupport;
 using marrowfin::fake::FakeDesktop;
@@ -22,7 +25,12 @@ class ShortcutManagerTest : public testing::Test {
 protected:
     FakeDesktop desktop;
     ScreenCaptureManager captures;
-    ShortcutManager shortcuts{captures};
+    CaptureDelivery delivery;
+    CaptureCommands captureCommands{captures, delivery};
+    CommandTable table{CaptureCommands::preparation()};
+    ShortcutManager shortcuts{table};
+
+    ShortcutManagerTest() { captureCommands.provideTo(table); }
 
     void registerAll() {
         const Outcome<void> done = flows.start(shortcuts.registerHotKeys());
@@ -144,6 +152,23 @@ TEST_F(ShortcutManagerTest, aPressGoesStraightIntoItsFlowWithoutAskingForPermiss
     EXPECT_EQ(captures.capturedImage()->size(), QSizeF(800, 600));
 }
 
+TEST_F(ShortcutManagerTest, eachKeyRunsItsCommandEvenWithoutPermission) {
+    desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
+    std::vector<CommandID> ran;
+    for (const CommandID id :
+         {CommandID::captureArea, CommandID::captureFullscreen, CommandID::captureWindow})
+        table.provide(id, [&ran, id](const CommandRequest&) {
+            ran.push_back(id);
+            return settled<CommandResult>({});
+        });
+    registerAll();
+    for (const std::uint32_t id : {1u, 2u, 3u})
+        desktop.hotKeys.press({hotKeySignature, id});
+    EXPECT_EQ(ran,
+              (std::vector{CommandID::captureFullscreen, CommandID::captureArea, CommandID::captureWindow}));
+    EXPECT_EQ(desktop.screenSource.contentRequests, 0);
+}
+
 TEST_F(ShortcutManagerTest, aSecondRegisterAddsNothingAndKeepsTheFailures) {
     desktop.hotKeys.taken = {keyCode3};
     registerAll();
@@ -190,12 +215,11 @@ TEST_F(ShortcutManagerTest, successWithoutAReferenceIsAFailureWithStatusZero) {
 
 TEST_F(ShortcutManagerTest, allAreAskedForBeforeTheFirstIsAnsweredEachWithWhatItDoes) {
     desktop.hotKeys.holdRegistrations = true;
-    bool done = false;
-    shortcuts.registerHotKeys().then([&] { done = true; });
+    const Outcome<void> done = flows.start(shortcuts.registerHotKeys());
     EXPECT_EQ(desktop.hotKeys.waitingRegistrations(), 3);
-    EXPECT_FALSE(done);
+    EXPECT_FALSE(done.isSettled());
     desktop.hotKeys.releaseRegistrations();
-    ASSERT_TRUE(waitUntil([&] { return done; }));
+    ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     QStringList descriptions;
     for (const auto& [reference, held] : desktop.hotKeys.held)
         descriptions << held.description;
@@ -205,11 +229,10 @@ TEST_F(ShortcutManagerTest, allAreAskedForBeforeTheFirstIsAnsweredEachWithWhatIt
 
 TEST_F(ShortcutManagerTest, aCombinationThatIsGrantedAfterUnregisterIsGivenBack) {
     desktop.hotKeys.holdRegistrations = true;
-    bool done = false;
-    shortcuts.registerHotKeys().then([&] { done = true; });
+    const Outcome<void> done = flows.start(shortcuts.registerHotKeys());
     shortcuts.unregister();
     desktop.hotKeys.releaseRegistrations();
-    ASSERT_TRUE(waitUntil([&] { return done; }));
+    ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_TRUE(desktop.hotKeys.held.empty());
     EXPECT_TRUE(shortcuts.hotKeyRefs().empty());
     EXPECT_TRUE(shortcuts.failures().empty());
@@ -220,12 +243,11 @@ TEST_F(ShortcutManagerTest, aSecondManagerDoesNotTakeTheFirstOnesPresses) {
     int first = 0;
     shortcuts.onHotKey = [&](const HotKey&) { ++first; };
     desktop.hotKeys.taken = {keyCode3, keyCode4, keyCode5};
-    ShortcutManager second{captures};
+    ShortcutManager second{table};
     int seconds = 0;
     second.onHotKey = [&](const HotKey&) { ++seconds; };
-    bool done = false;
-    second.registerHotKeys().then([&] { done = true; });
-    ASSERT_TRUE(waitUntil([&] { return done; }));
+    const Outcome<void> done = flows.start(second.registerHotKeys());
+    ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(second.failures().size(), 3u);
     EXPECT_EQ(desktop.hotKeys.press({hotKeySignature, 2}), hotKeyNoError);
     second.unregister();
