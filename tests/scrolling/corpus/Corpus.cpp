@@ -71,7 +71,8 @@ void visitScrolling(QSize area, double density, unsigned seed, const Visit& visi
         const QImage whole = page(scrolling.kind, {area.width(), 3 * height}, density, seed + 11);
         unsigned turn = 0;
         for (const int step : stepsFor(height)) {
-            const int before = height / 2 + static_cast<int>((++turn * 17 + seed) % static_cast<unsigned>(height / 2));
+            const int before =
+                height / 2 + static_cast<int>((++turn * 17 + seed) % static_cast<unsigned>(height / 2));
             const int after = before + step;
             CorpusCase one;
             one.group = QString::fromLatin1(scrolling.group);
@@ -83,19 +84,6 @@ void visitScrolling(QSize area, double density, unsigned seed, const Visit& visi
             visit(one);
         }
     }
-}
-
-void visitUnrelated(QSize area, double density, unsigned seed, const Visit& visit) {
-    constexpr std::array kinds{PageKind::HueBands, PageKind::Prose,  PageKind::Code,
-                               PageKind::Terminal, PageKind::Sparse, PageKind::Photo};
-    for (const PageKind one : kinds)
-        for (const PageKind other : kinds) {
-            if (other < one)
-                continue;
-            visit({QStringLiteral("two unrelated frames"),
-                   QStringLiteral("%1 and %2").arg(static_cast<int>(one)).arg(static_cast<int>(other)),
-                   page(one, area, density, seed + 21), page(other, area, density, seed + 42), Truth::Nothing, 0});
-        }
 }
 
 void visitEnds(QSize area, double density, unsigned seed, const Visit& visit) {
@@ -195,9 +183,23 @@ void visitPlaying(QSize area, double density, unsigned seed, const Visit& visit)
 
 } // namespace
 
+void eachUnrelatedPair(QSize area, double density, unsigned seed, const Visit& visit) {
+    constexpr std::array kinds{PageKind::HueBands, PageKind::Prose,  PageKind::Code,
+                               PageKind::Terminal, PageKind::Sparse, PageKind::Photo};
+    for (const PageKind one : kinds)
+        for (const PageKind other : kinds) {
+            if (other < one)
+                continue;
+            visit({QStringLiteral("two unrelated frames"),
+                   QStringLiteral("%1 and %2").arg(static_cast<int>(one)).arg(static_cast<int>(other)),
+                   page(one, area, density, seed + 21), page(other, area, density, seed + 42), Truth::Nothing,
+                   0});
+        }
+}
+
 void eachCorpusCase(QSize area, double density, unsigned seed, const Visit& visit) {
     visitScrolling(area, density, seed, visit);
-    visitUnrelated(area, density, seed, visit);
+    eachUnrelatedPair(area, density, seed, visit);
     visitEnds(area, density, seed, visit);
     visitSpinners(area, density, seed, visit);
     visitPlaying(area, density, seed, visit);

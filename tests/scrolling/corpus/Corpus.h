@@ -24,6 +24,10 @@ struct CorpusCase {
 };
 
 // Each case in turn; only one of them is in memory. Another seed gives other pages.
-void eachCorpusCase(QSize area, double density, unsigned seed, const std::function<void(const CorpusCase&)>& visit);
+void eachCorpusCase(QSize area, double density, unsigned seed,
+                    const std::function<void(const CorpusCase&)>& visit);
+// Of these the pairs that have nothing to do with each other.
+void eachUnrelatedPair(QSize area, double density, unsigned seed,
+                       const std::function<void(const CorpusCase&)>& visit);
 
 } // namespace marrowfin::testsupport
