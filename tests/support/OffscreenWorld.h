@@ -2,6 +2,7 @@
 // QApplication is made.
 #pragma once
 
+#include <QByteArray>
 #include <QtGlobal>
 
 namespace marrowfin::test {
