@@ -50,13 +50,17 @@ Outcome<Image> CaptureEngine::capture(const ContentFilter& filter, const StreamC
         finish(tl::unexpected(added.error()));
         return outcome;
     }
+    made->setEndedHandler([engine = weak_from_this()](const std::optional<Error>& error) {
+        if (const auto alive = engine.lock())
+            alive->finish(tl::unexpected(error.value_or(toError(CaptureError::noImageBuffer))));
+    });
     {
         const std::lock_guard hold(lock);
         stream = made;
     }
-    made->startCapture([engine = weak_from_this()](const std::optional<Error>& error) {
-        if (const auto alive = engine.lock(); alive && error)
-            alive->finish(tl::unexpected(*error));
+    made->startCapture().then([engine = weak_from_this()](const Result<void>& started) {
+        if (const auto alive = engine.lock(); alive && !started)
+            alive->finish(tl::unexpected(started.error()));
     });
     return outcome;
 }
@@ -89,7 +93,7 @@ void CaptureEngine::finish(Result<Image> result) {
         stopping.swap(stream);
     }
     if (stopping)
-        stopping->stopCapture([](const std::optional<Error>&) {});
+        stopping->stopCapture();
     // By the time the flow has resumed, the encoding is on its way.
     if (result)
         result->startEncoding();

@@ -9,7 +9,9 @@
 #include "base/SerialQueue.h"
 
 #include <QImage>
+#include <QRegion>
 #include <QString>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -59,6 +61,10 @@ struct StreamConfiguration {
     int width = 0;
     int height = 0;
     bool showsCursor = true;
+    // Whether outputs of type Audio get what the desktop plays.
+    bool capturesAudio = false;
+    // Between two complete frames; 0 for as often as the backend gives them.
+    std::chrono::nanoseconds minimumFrameInterval{0};
 };
 
 enum class FrameStatus {
@@ -67,30 +73,50 @@ enum class FrameStatus {
     Blank,    // there is nothing to show yet; no pixels
 };
 
+// 32 bits a pixel, blue in the lowest byte of the number.
+enum class PixelFormat {
+    Opaque,        // the highest byte is 0xFF
+    Premultiplied, // the highest byte is the alpha
+};
+
 struct Frame {
     bool valid = true;
     int sampleCount = 1;
     FrameStatus status = FrameStatus::Complete;
-    // Null when the frame carries no picture. 32 bits, opaque or premultiplied.
+    // Null when the frame carries no picture. The memory is the stream's and is used again for a later frame
+    // once the last copy of this image is gone: who keeps one for long, of a stream that goes on, copies the
+    // pixels. Not to be written to.
     QImage pixels;
+    PixelFormat format = PixelFormat::Opaque;
+    // In pixels of this frame: all that differs from the complete frame before is in it, perhaps more. The
+    // whole picture in the first one.
+    QRegion damage;
     // CLOCK_MONOTONIC at the grab.
     std::int64_t timestampNanoseconds = 0;
 };
 
 enum class OutputType { Screen = 0, Audio = 1 };
 
-// One running grab of a display or a window. Keeps itself alive from start() until stop() has finished.
+// One running grab of a display or a window. Keeps itself alive from startCapture() until it was stopped or
+// has ended by itself; after that it holds none of the handlers.
 class ScreenStream {
 public:
     using FrameHandler = std::function<void(const Frame&, OutputType)>;
-    // No error when it worked. Called once, on a queue of the platform's.
-    using CompletionHandler = std::function<void(std::optional<Error>)>;
+    // With why, where that is known.
+    using EndedHandler = std::function<void(std::optional<Error>)>;
 
     virtual ~ScreenStream() = default;
+    // Before the start. An output of type Audio is taken wherever there are streams; without sound (see
+    // SystemAudio, which says why) it gets nothing.
     virtual Result<void> addOutput(OutputType type, std::shared_ptr<SerialQueue> sampleQueue,
                                    FrameHandler handler) = 0;
-    virtual void startCapture(CompletionHandler handler) = 0;
-    virtual void stopCapture(CompletionHandler handler) = 0;
+    // Before the start. Called at most once, on a queue of the platform's, when a started stream ends without
+    // having been stopped: its window closed, its display went, the user took the permission back.
+    virtual void setEndedHandler(EndedHandler handler) = 0;
+    // Settles when it runs; perhaps after the user was asked.
+    virtual Outcome<void> startCapture() = 0;
+    // Settles when no further frame will be handed out; also for a stream that had ended.
+    virtual Outcome<void> stopCapture() = 0;
 };
 
 class ScreenSource {

@@ -158,6 +158,34 @@ TEST_F(CaptureEngineTest, aStreamThatFailsToStartGivesThePlatformsError) {
     EXPECT_EQ(result->error().message, QStringLiteral("gone"));
 }
 
+TEST_F(CaptureEngineTest, aStreamThatEndsBeforeItsFirstFrameGivesItsReason) {
+    capture([](FakeStream& playing) {
+        playing.endByItself(Error{Error::Kind::Failed, QStringLiteral("the window closed")});
+    });
+    ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
+    ASSERT_FALSE(result->has_value());
+    EXPECT_EQ(result->error().message, QStringLiteral("the window closed"));
+}
+
+TEST_F(CaptureEngineTest, aStreamThatEndsWithoutAReasonGaveNoImageBuffer) {
+    capture([](FakeStream& playing) { playing.endByItself(); });
+    ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
+    ASSERT_FALSE(result->has_value());
+    EXPECT_EQ(result->error().message, QStringLiteral("noImageBuffer"));
+}
+
+TEST_F(CaptureEngineTest, anEndAfterTheFrameChangesNothing) {
+    capture([](FakeStream& playing) {
+        playing.deliver(frameOf(filled(Qt::red)));
+        playing.endByItself();
+    });
+    ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));
+    stream().finishDeliveries();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(result->has_value());
+    EXPECT_EQ(resumed, 1);
+}
+
 TEST_F(CaptureEngineTest, theEncodingHasBegunWhenTheCallerResumes) {
     capture([](FakeStream& playing) { playing.deliver(frameOf(filled(Qt::red))); });
     ASSERT_TRUE(waitUntil([&] { return result.has_value(); }));

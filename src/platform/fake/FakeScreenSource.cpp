@@ -15,22 +15,34 @@ Result<void> FakeStream::addOutput(OutputType, std::shared_ptr<SerialQueue> samp
     return {};
 }
 
-void FakeStream::startCapture(CompletionHandler handler) {
+Outcome<void> FakeStream::startCapture() {
     ++startCount;
     MARROWFIN_INVARIANT(queue != nullptr);
-    queue->async([this, handler = std::move(handler), error = startError] {
-        if (error || !lateStartError)
-            handler(error);
+    auto [settler, outcome] = makeOutcome<void>();
+    queue->async([this, settler = settler, error = startError] {
+        if (error)
+            settler.settle(tl::unexpected(*error));
+        else if (!lateStartError)
+            settler.settle({});
         if (!error && onStart)
             onStart(*this);
         if (!error && lateStartError)
-            queue->async([handler, late = lateStartError] { handler(late); });
+            queue->async([settler, late = *lateStartError] { settler.settle(tl::unexpected(late)); });
     });
+    return outcome;
 }
 
-void FakeStream::stopCapture(CompletionHandler handler) {
+Outcome<void> FakeStream::stopCapture() {
     ++stopCount;
-    handler(std::nullopt);
+    return settled<void>({});
+}
+
+void FakeStream::endByItself(std::optional<Error> error) {
+    MARROWFIN_INVARIANT(queue != nullptr);
+    queue->async([telling = std::exchange(ended, nullptr), error = std::move(error)] {
+        if (telling)
+            telling(error);
+    });
 }
 
 void FakeStream::deliver(const Frame& frame, OutputType type) {

@@ -26,9 +26,13 @@ public:
 
     Result<void> addOutput(platform::OutputType type, std::shared_ptr<SerialQueue> sampleQueue,
                            FrameHandler handler) override;
-    void startCapture(CompletionHandler handler) override;
-    void stopCapture(CompletionHandler handler) override;
+    void setEndedHandler(EndedHandler handler) override { ended = std::move(handler); }
+    Outcome<void> startCapture() override;
+    Outcome<void> stopCapture() override;
 
+    // Plays a window that closed, or a user who took the permission back. On the sample queue, after what was
+    // delivered before.
+    void endByItself(std::optional<Error> error = std::nullopt);
     // On the sample queue, in order.
     void deliver(const platform::Frame& frame, platform::OutputType type = platform::OutputType::Screen);
     // Returns when everything played so far has been taken.
@@ -37,6 +41,7 @@ public:
 private:
     std::shared_ptr<SerialQueue> queue;
     FrameHandler frameHandler;
+    EndedHandler ended;
 };
 
 class FakeScreenSource : public platform::ScreenSource {

@@ -4,10 +4,12 @@
 
 #include "platform/x11/layout/WindowQuery.h"
 
+#include <QPainter>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <map>
+#include <set>
 #include <thread>
 #include <unistd.h>
 #include <xcb/shape.h>
@@ -304,6 +306,116 @@ TEST(Stream, NoticesThePointerWhenTheCursorIsShown) {
     EXPECT_GT(differences(moved->pixels, window.pattern()), 0);
     point(600, 600);
     EXPECT_TRUE(recorder.nextShowing(window.pattern()));
+}
+
+// What the taker of the frames would have if it copied only what each frame says is new.
+TEST(Stream, TellsAllThatChangedSinceTheFrameBefore) {
+    const QRect area(100, 100, 200, 200);
+    PaintedWindow whole(here, {.rect = area, .seed = 1, .managed = false});
+    PaintedWindow part(here, {.rect = {160, 160, 40, 30}, .seed = 2, .managed = false});
+    part.waitUntilSeen();
+    Eye eye(here);
+    Recorder recorder(*eye.source, DisplayFilter{1}, test::part(area, true));
+    const auto first = recorder.next(FrameStatus::Complete);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->damage, QRegion(0, 0, 200, 200));
+    EXPECT_EQ(first->format, PixelFormat::Opaque);
+    QImage kept = first->pixels.copy();
+    bool wasSmall = false;
+    for (std::uint32_t seed = 10; seed < 14; ++seed) {
+        ASSERT_TRUE(recorder.next(FrameStatus::Idle));
+        part.repaint(seed);
+        for (;;) {
+            const auto frame = recorder.next(FrameStatus::Complete);
+            ASSERT_TRUE(frame) << seed;
+            QPainter painter(&kept);
+            painter.setClipRegion(frame->damage);
+            painter.drawImage(0, 0, frame->pixels);
+            painter.end();
+            ASSERT_EQ(differences(kept, frame->pixels), 0) << seed;
+            wasSmall = wasSmall || frame->damage.boundingRect() == QRect(60, 60, 40, 30);
+            if (frame->pixels.copy(60, 60, 40, 30) == part.pattern())
+                break;
+        }
+    }
+    EXPECT_TRUE(wasSmall) << "no frame told that only a part had changed";
+}
+
+TEST(Stream, UsesTheMemoryOfFramesAgainThatNobodyHolds) {
+    const QRect area(100, 100, 200, 200);
+    PaintedWindow window(here, {.rect = area, .seed = 1, .managed = false});
+    window.waitUntilSeen();
+    Eye eye(here);
+    std::mutex lock;
+    std::condition_variable arrived;
+    std::vector<const uchar*> memory;
+    const auto stream = eye.source->makeStream(DisplayFilter{1}, part(area));
+    ASSERT_TRUE(stream->addOutput(OutputType::Screen,
+                                  std::make_shared<SerialQueue>(QStringLiteral("test.samples")),
+                                  [&](const Frame& frame, OutputType) {
+                                      if (frame.status != FrameStatus::Complete)
+                                          return;
+                                      const std::lock_guard hold(lock);
+                                      memory.push_back(frame.pixels.constBits());
+                                      arrived.notify_all();
+                                  }));
+    stream->startCapture();
+    for (std::uint32_t seed = 2; seed < 22; ++seed) {
+        std::unique_lock hold(lock);
+        const std::size_t before = memory.size();
+        window.repaint(seed);
+        ASSERT_TRUE(arrived.wait_for(hold, 20s, [&] { return memory.size() > before; }));
+    }
+    waitFor(stream->stopCapture());
+    // The first frame has memory of its own; after it the stream needs no more than may be on their way.
+    const std::set<const uchar*> places(memory.begin() + 1, memory.end());
+    EXPECT_LE(places.size(), 4u);
+}
+
+TEST(Stream, KeepsTheLeastTimeBetweenTwoFrames) {
+    const QRect area(100, 100, 200, 200);
+    PaintedWindow window(here, {.rect = area, .seed = 1, .managed = false});
+    window.waitUntilSeen();
+    Eye eye(here);
+    StreamConfiguration configuration = part(area);
+    configuration.minimumFrameInterval = 200ms;
+    Recorder recorder(*eye.source, DisplayFilter{1}, configuration);
+    ASSERT_TRUE(recorder.next(FrameStatus::Idle)); // the stream's own loop runs
+    std::vector<std::int64_t> times;
+    for (std::uint32_t seed = 2; seed < 6; ++seed) {
+        window.repaint(seed);
+        const auto frame = recorder.next(FrameStatus::Complete);
+        ASSERT_TRUE(frame);
+        times.push_back(frame->timestampNanoseconds);
+    }
+    for (std::size_t i = 1; i < times.size(); ++i)
+        EXPECT_GE(times[i] - times[i - 1], 200'000'000);
+}
+
+TEST(Stream, TellsOnceThatItsWindowClosed) {
+    auto window = std::make_unique<PaintedWindow>(
+        here, WindowLook{.rect = {100, 100, 200, 200}, .seed = 1, .managed = false});
+    Eye eye(here);
+    StreamConfiguration configuration;
+    configuration.showsCursor = false;
+    Recorder recorder(*eye.source, WindowFilter{window->id()}, configuration);
+    ASSERT_TRUE(recorder.nextShowing(window->pattern()));
+    ASSERT_TRUE(recorder.next(FrameStatus::Idle));
+    window.reset();
+    const auto told = recorder.ended();
+    ASSERT_TRUE(told);
+    EXPECT_TRUE(told->has_value());
+    recorder.stop(); // after its end, too
+    EXPECT_EQ(recorder.endingCount(), 1u);
+}
+
+TEST(Stream, ThatWasStoppedTellsNoEnd) {
+    const PaintedWindow window(here, {.rect = {100, 100, 200, 200}, .seed = 1, .managed = false});
+    Eye eye(here);
+    Recorder recorder(*eye.source, DisplayFilter{1}, part({100, 100, 200, 200}));
+    ASSERT_TRUE(recorder.next(FrameStatus::Idle));
+    recorder.stop();
+    EXPECT_EQ(recorder.endingCount(), 0u);
 }
 
 TEST(Stream, OfAWindowShowsItWholeAndFollowsIt) {

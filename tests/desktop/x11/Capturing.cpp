@@ -1,7 +1,5 @@
 #include "x11/Capturing.h"
 
-#include <future>
-
 namespace marrowfin::test {
 
 using namespace platform;
@@ -40,26 +38,21 @@ std::optional<Window> Eye::find(std::uint32_t id) {
 }
 
 Result<Frame> Eye::frame(const ContentFilter& filter, const StreamConfiguration& configuration) {
-    auto answer = std::make_shared<std::promise<Result<Frame>>>();
-    auto answered = std::make_shared<std::atomic_flag>();
-    auto future = answer->get_future();
-    const auto give = [answer, answered](Result<Frame> frame) {
-        if (!answered->test_and_set())
-            answer->set_value(std::move(frame));
-    };
+    auto [settler, outcome] = makeOutcome<Frame>();
     const auto stream = source->makeStream(filter, configuration);
     const auto queue = std::make_shared<SerialQueue>(QStringLiteral("test.samples"));
     std::weak_ptr<ScreenStream> weak = stream;
-    EXPECT_TRUE(stream->addOutput(OutputType::Screen, queue, [give, weak](const Frame& frame, OutputType) {
-        if (const auto alive = weak.lock())
-            alive->stopCapture([](const std::optional<Error>&) {});
-        give(frame);
-    }));
-    stream->startCapture([give](const std::optional<Error>& error) {
-        if (error)
-            give(tl::unexpected(*error));
+    EXPECT_TRUE(stream->addOutput(OutputType::Screen, queue,
+                                  [settler = settler, weak](const Frame& frame, OutputType) {
+                                      if (const auto alive = weak.lock())
+                                          alive->stopCapture();
+                                      settler.settle(frame);
+                                  }));
+    stream->startCapture().then([settler = settler](const Result<void>& started) {
+        if (!started)
+            settler.settle(tl::unexpected(started.error()));
     });
-    return future.get();
+    return waitFor(outcome);
 }
 
 Result<QImage> Eye::region(const QRect& rect, bool cursor) {
@@ -102,8 +95,9 @@ Recorder::Recorder(ScreenSource& source, const ContentFilter& filter,
     const auto queue = std::make_shared<SerialQueue>(QStringLiteral("test.samples"));
     EXPECT_TRUE(
         stream->addOutput(OutputType::Screen, queue, [this](const Frame& frame, OutputType) { add(frame); }));
-    stream->startCapture(
-        [](const std::optional<Error>& error) { EXPECT_FALSE(error) << error->message.toStdString(); });
+    stream->setEndedHandler([this](const std::optional<Error>& error) { end(error); });
+    stream->startCapture().then(
+        [](const Result<void>& started) { EXPECT_TRUE(started) << started.error().message.toStdString(); });
 }
 
 Recorder::~Recorder() {
@@ -111,9 +105,25 @@ Recorder::~Recorder() {
 }
 
 void Recorder::stop() {
-    auto done = std::make_shared<std::promise<void>>();
-    stream->stopCapture([done](const std::optional<Error>&) { done->set_value(); });
-    done->get_future().wait();
+    EXPECT_TRUE(waitFor(stream->stopCapture()));
+}
+
+void Recorder::end(const std::optional<Error>& error) {
+    const std::lock_guard hold(lock);
+    endings.push_back(error);
+    arrived.notify_all();
+}
+
+std::optional<std::optional<Error>> Recorder::ended() {
+    std::unique_lock hold(lock);
+    if (!arrived.wait_for(hold, std::chrono::seconds(20), [this] { return !endings.empty(); }))
+        return std::nullopt;
+    return endings.front();
+}
+
+std::size_t Recorder::endingCount() {
+    const std::lock_guard hold(lock);
+    return endings.size();
 }
 
 std::optional<Frame> Recorder::nextShowing(const QImage& pixels) {

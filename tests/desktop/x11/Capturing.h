@@ -43,14 +43,20 @@ public:
     // Waits for a complete frame with these pixels.
     std::optional<platform::Frame> nextShowing(const QImage& pixels);
     std::size_t count();
+    // Waits until the stream told that it ended by itself, and says what it told; nothing after twenty
+    // seconds.
+    std::optional<std::optional<Error>> ended();
+    std::size_t endingCount();
 
 private:
     void add(const platform::Frame& frame);
+    void end(const std::optional<Error>& error);
 
     std::shared_ptr<platform::ScreenStream> stream;
     std::mutex lock;
     std::condition_variable arrived;
     std::vector<platform::Frame> frames;
+    std::vector<std::optional<Error>> endings;
     std::size_t read = 0;
 };
 

@@ -29,6 +29,9 @@ Result<Frame> FrameGrab::grab() {
         return tl::unexpected(picture.error());
     frame.timestampNanoseconds = monotonicNanoseconds();
     frame.pixels = *std::move(picture);
+    frame.format =
+        frame.pixels.format() == QImage::Format_RGB32 ? PixelFormat::Opaque : PixelFormat::Premultiplied;
+    frame.damage = frame.pixels.rect();
     return frame;
 }
 

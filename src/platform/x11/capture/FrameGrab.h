@@ -16,7 +16,7 @@ public:
     FrameGrab(Grabber& grabber, const LayoutBoard& layouts, const platform::ContentFilter& filter,
               const platform::StreamConfiguration& configuration);
 
-    // A complete frame, stamped. The error is a sentence.
+    // A complete frame, stamped, all of it damage. The error is a sentence.
     Result<platform::Frame> grab();
     // The drawable whose damage makes a new frame, and the part of the root that the last frame showed.
     xcb_window_t drawable() const;

@@ -89,10 +89,13 @@ Result<QImage> Grabber::grabScreen(const QRect& rect, WithCursor withCursor) {
         if (!black.isNull())
             picture = std::move(black);
     }
+    cursorDrawn = {};
     if (wantsCursor) {
         const auto reply = connection.reply(xcb_xfixes_get_cursor_image_reply, cursorCookie);
+        const CursorPicture drawn = pictureFrom(reply.get());
+        cursorDrawn = drawn.rect();
         if (picture)
-            blendCursor(*picture, rect.topLeft(), pictureFrom(reply.get()));
+            blendCursor(*picture, rect.topLeft(), drawn);
     }
     return picture;
 }

@@ -30,6 +30,8 @@ public:
     Result<QImage> grabDrawable(xcb_drawable_t drawable, const QRect& rect, const PixelLayout& layout);
     // Null pixels when the cursor is hidden or the server can't tell.
     CursorPicture cursor();
+    // Where grabScreen() drew the cursor last, in root coordinates; empty when it drew none.
+    QRect drawnCursor() const { return cursorDrawn; }
 
     // Of windows and pixmaps with this visual.
     PixelLayout layoutOf(xcb_visualid_t visual) const;
@@ -51,6 +53,7 @@ private:
     StripReader strips; // for stills; streams have whole pictures in the pool
     PixelLayout rootLayout;
     bool toldOfRefusal = false;
+    QRect cursorDrawn;
 };
 
 } // namespace marrowfin::x11

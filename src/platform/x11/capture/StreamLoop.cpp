@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 using Clock = std::chrono::steady_clock;
-constexpr auto frameInterval = std::chrono::nanoseconds(1s) / 60;
+constexpr std::chrono::nanoseconds leastInterval = std::chrono::nanoseconds(1s) / 60;
 constexpr int mostOnTheirWay = 3;
 } // namespace
 
@@ -27,7 +27,9 @@ public:
             const StreamConfiguration& configuration, const Sink& sink)
         : loop(loop), connection(connection), grabber(connection, SegmentPool::Reuse::Yes),
           frames(grabber, layouts, filter, configuration), sink(sink),
-          followsCursor(configuration.showsCursor && connection.extensions().xfixes) {}
+          followsCursor(configuration.showsCursor && connection.extensions().xfixes),
+          followsWindow(std::holds_alternative<WindowFilter>(filter)),
+          frameInterval(std::max(configuration.minimumFrameInterval, leastInterval)) {}
 
     std::optional<Error> run() {
         follow();
@@ -53,8 +55,17 @@ private:
             connection.ignore(xcb_damage_create_checked(connection.raw(), damage, frames.drawable(),
                                                         XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY));
         }
+        if (followsWindow)
+            noticeItsEnd();
         if (followsCursor)
             cursor = grabber.cursor();
+    }
+
+    // Its damage ends with the window, without a word.
+    void noticeItsEnd() {
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        connection.ignore(xcb_change_window_attributes_checked(connection.raw(), frames.drawable(),
+                                                               XCB_CW_EVENT_MASK, &mask));
     }
 
     bool mayGrab() const { return loop.onTheirWay < mostOnTheirWay; }
@@ -86,14 +97,28 @@ private:
             const int type = event->response_type & 0x7F;
             if (damage && type == connection.extensions().damageFirstEvent + XCB_DAMAGE_NOTIFY)
                 takeChange();
+            else if (followsWindow && type == XCB_DESTROY_NOTIFY)
+                changed = true;
         }
     }
 
     void takeChange() {
-        const QRegion drawn = takeDamage(connection, damage);
+        const QRegion area = takeDamage(connection, damage);
+        drawn += area;
         // Of a window every part counts: its frame moves with it.
-        if (frames.drawable() != connection.root() || drawn.intersects(frames.lastArea()))
+        if (followsWindow || area.intersects(frames.lastArea()))
             changed = true;
+    }
+
+    // What of the frame just grabbed differs from the one before.
+    QRegion damageOf(const Frame& frame, const QRegion& before) {
+        const QRect area = frames.lastArea();
+        const QRect cursorNow = grabber.drawnCursor();
+        const QRegion cursors = QRegion(std::exchange(cursorBefore, cursorNow)) + cursorNow;
+        const bool comparable = std::exchange(areaBefore, area) == area && !followsWindow && damage;
+        if (!comparable)
+            return frame.pixels.rect();
+        return (before + drawn + cursors).translated(-area.topLeft()) & frame.pixels.rect();
     }
 
     void lookAtCursor() {
@@ -130,10 +155,15 @@ private:
 
     std::optional<Error> sendComplete() {
         changed = false;
+        const QRegion before = std::exchange(drawn, {});
         auto frame = frames.grab();
         if (!frame)
             return frame.error();
         next = Clock::now() + frameInterval;
+        // What was drawn just before the grab may only be told now. As it may also have been drawn after it,
+        // it is the next frame's too.
+        readEvents();
+        frame->damage = damageOf(*frame, before);
         send(*frame);
         tellsIdle = true;
         return std::nullopt;
@@ -173,7 +203,13 @@ private:
     FrameGrab frames;
     const Sink& sink;
     bool followsCursor;
+    bool followsWindow;
+    std::chrono::nanoseconds frameInterval;
     std::uint32_t damage = 0;
+    // What the server told of since the last grab, in root coordinates; and what the frame before showed.
+    QRegion drawn;
+    QRect areaBefore;
+    QRect cursorBefore;
     bool changed = false;
     bool tellsIdle = false;
     Clock::time_point next = Clock::now();

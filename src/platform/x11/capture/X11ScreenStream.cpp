@@ -1,6 +1,5 @@
 #include "platform/x11/capture/X11ScreenStream.h"
 
-#include "base/Log.h"
 #include "platform/x11/server/ConnectionLoss.h"
 
 namespace marrowfin::x11 {
@@ -23,13 +22,20 @@ Result<void> X11ScreenStream::addOutput(OutputType type, std::shared_ptr<SerialQ
     return {};
 }
 
-void X11ScreenStream::startCapture(CompletionHandler handler) {
+void X11ScreenStream::setEndedHandler(EndedHandler handler) {
+    const std::lock_guard hold(lock);
+    ended = std::move(handler);
+}
+
+Outcome<void> X11ScreenStream::startCapture() {
     {
         const std::lock_guard hold(lock);
         if (phase == Phase::Fresh)
             phase = Phase::First;
     }
-    firstQueue().async([self = shared_from_this(), handler = std::move(handler)] { self->first(handler); });
+    auto [settler, outcome] = makeOutcome<void>();
+    firstQueue().async([self = shared_from_this(), settler = settler] { self->first(settler); });
+    return outcome;
 }
 
 SerialQueue& X11ScreenStream::firstQueue() {
@@ -48,22 +54,22 @@ Result<Frame> X11ScreenStream::firstFrame() {
     return FrameGrab(grabber, link->layouts(), filter, configuration).grab();
 }
 
-void X11ScreenStream::first(const CompletionHandler& handler) {
+void X11ScreenStream::first(const Settler<void>& started) {
     if (stopped) {
-        handler(Error{Error::Kind::Failed, QStringLiteral("The capture was stopped before it began.")});
+        started.settle(failure(QStringLiteral("The capture was stopped before it began.")));
         return;
     }
     const Result<Frame> frame = firstFrame();
     if (!frame) {
         // The server may be gone: of that the program tells, and ends, before anybody hears of this.
-        link->queue().async([link = link, handler, error = frame.error()] {
+        link->queue().async([link = link, started, error = frame.error()] {
             [[maybe_unused]] const auto looked = link->grabber();
             link->failed();
-            handler(error);
+            started.settle(tl::unexpected(error));
         });
         return;
     }
-    handler(std::nullopt);
+    started.settle({});
     // Most takers stop within this frame: a connection for more is only made once they haven't.
     deliver(*frame, [self = shared_from_this()] { self->goOn(); });
 }
@@ -79,13 +85,22 @@ void X11ScreenStream::goOn() {
         };
         const auto error = self->loop.run(self->link->displayName(), self->link->layouts(), self->filter,
                                           self->configuration, sink);
-        if (!error)
-            return;
-        postToMain([message = error->message] {
-            ConnectionLoss::lookNow();
-            logLine(QStringLiteral("[Marrowfin] The capture ended: ") + message);
-        });
+        if (error)
+            self->endedByItself(*error);
     });
+}
+
+void X11ScreenStream::endedByItself(const Error& error) {
+    postToMain([] { ConnectionLoss::lookNow(); });
+    EndedHandler telling;
+    std::vector<Output> ending;
+    {
+        const std::lock_guard hold(lock);
+        telling.swap(ended);
+        ending.swap(outputs);
+    }
+    if (telling && !stopped)
+        telling(error);
 }
 
 std::vector<X11ScreenStream::Output> X11ScreenStream::screenOutputs() {
@@ -112,39 +127,40 @@ void X11ScreenStream::deliver(const Frame& frame, std::function<void()> afterwar
     }
 }
 
-void X11ScreenStream::stopCapture(CompletionHandler handler) {
+Outcome<void> X11ScreenStream::stopCapture() {
+    auto [settler, outcome] = makeOutcome<void>();
     const std::lock_guard hold(lock);
     const bool looping = phase == Phase::Looping;
     stopped = true;
     loop.stop();
     if (!looping)
         phase = Phase::Stopped;
-    auto end = [self = shared_from_this(), handler = std::move(handler)] { self->finish(handler); };
+    auto end = [self = shared_from_this(), settler = settler] { self->finish(settler); };
     (looping ? loopQueue : firstQueue()).async(std::move(end));
+    return outcome;
 }
 
 // On the queue that frames came from: no further one is handed out. Those handed out before are waited for by
 // going through their queues.
-void X11ScreenStream::finish(CompletionHandler handler) {
+void X11ScreenStream::finish(const Settler<void>& settler) {
     std::vector<Output> ending;
+    EndedHandler unused;
     {
         const std::lock_guard hold(lock);
         ending.swap(outputs);
+        unused.swap(ended);
     }
-    auto last = [link = link, handler = std::move(handler)] {
-        link->queue().async([handler] { handler(std::nullopt); });
-    };
     if (ending.empty()) {
-        last();
+        settler.settle({});
         return;
     }
     auto left = std::make_shared<std::atomic<std::size_t>>(ending.size());
     for (Output& output : ending) {
         // Held here too: the block may be the queue's last owner and gone before async() returns.
         const std::shared_ptr<SerialQueue> queue = output.queue;
-        queue->async([output = std::move(output), left, last] {
+        queue->async([output = std::move(output), left, settler] {
             if (--*left == 0)
-                last();
+                settler.settle({});
         });
     }
 }

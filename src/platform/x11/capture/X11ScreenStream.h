@@ -2,7 +2,7 @@
 // window's, which may have to wait for the window's program, and all further ones come from a connection and
 // thread of the stream's own (StreamLoop), so that they hold nothing else up. Frames
 // have native pixels, never resampled: a display's frame has the configuration's size, a window's the size
-// that the window has. There is no sound here: outputs of type Audio are accepted and get nothing.
+// that the window has. Outputs of type Audio are accepted and get nothing.
 //
 // Called from any thread; nothing here waits. Blocks in the queues keep the stream alive from startCapture()
 // until stopCapture() has finished.
@@ -25,8 +25,9 @@ public:
 
     Result<void> addOutput(platform::OutputType type, std::shared_ptr<SerialQueue> sampleQueue,
                            FrameHandler handler) override;
-    void startCapture(CompletionHandler handler) override;
-    void stopCapture(CompletionHandler handler) override;
+    void setEndedHandler(EndedHandler handler) override;
+    Outcome<void> startCapture() override;
+    Outcome<void> stopCapture() override;
 
 private:
     struct Output {
@@ -39,11 +40,13 @@ private:
     // Where the first frame comes from.
     SerialQueue& firstQueue();
     Result<platform::Frame> firstFrame();
-    void first(const CompletionHandler& handler);
+    void first(const Settler<void>& started);
     // Runs the loop on the stream's own thread, unless the stream was stopped meanwhile.
     void goOn();
     void deliver(const platform::Frame& frame, std::function<void()> afterwards);
-    void finish(CompletionHandler handler);
+    void finish(const Settler<void>& settler);
+    // The loop ended although nobody stopped it.
+    void endedByItself(const Error& error);
     std::vector<Output> screenOutputs();
 
     std::shared_ptr<GrabLink> link;
@@ -52,6 +55,7 @@ private:
     std::mutex lock;
     Phase phase = Phase::Fresh;
     std::vector<Output> outputs;
+    EndedHandler ended;
     std::atomic<bool> stopped = false;
     StreamLoop loop;
     SerialQueue loopQueue;
