@@ -4,10 +4,11 @@
 #include "editor/EditorWindowController.h"
 #include "pin/PinManager.h"
 #include "platform/Pasteboard.h"
+#include "platform/Screens.h"
 #include "platform/Services.h"
+#include "platform/SurfaceHost.h"
 
 #include <QApplication>
-#include <QCursor>
 
 namespace marrowfin::app {
 
@@ -56,7 +57,16 @@ void StatusBarController::popUp(std::unique_ptr<QMenu> menu, Place place) {
     if (place == Place::AtItem)
         statusItem.popUp(*shown);
     else
-        shown->popup(QCursor::pos());
+        flows.start(popUpAtPointer(shown));
+}
+
+Flow<> StatusBarController::popUpAtPointer(QPointer<QMenu> menu) {
+    const Result<DesktopPoint> pointer = co_await platform::services().screens.pointerLocation();
+    const std::optional<platform::Screen> screen = platform::services().screens.mainScreen();
+    if (menu && pointer)
+        platform::services().surfaceHost.popUp(*menu, *pointer);
+    else if (menu && screen)
+        platform::services().surfaceHost.popUp(*menu, DesktopPoint{screen->visibleFrame.rect.center()});
 }
 
 // Nothing happens, in silence, where the clipboard holds no image.

@@ -49,6 +49,8 @@ private:
     void pin(const imaging::Image& image);
     enum class Place { AtItem, AtPointer };
     void popUp(std::unique_ptr<QMenu> menu, Place place);
+    // In the middle of the main screen where nobody knows the pointer's place.
+    static Flow<> popUpAtPointer(QPointer<QMenu> menu);
 
     platform::StatusItem& statusItem;
     commands::CommandTable& table;

@@ -39,17 +39,26 @@ CapturePanelController::CapturePanelController() {
 CapturePanelController::~CapturePanelController() = default;
 
 void CapturePanelController::present(const Image& image, SaveHandler onSave) {
-    const std::optional<platform::Screen> screen = screenForNewCard(platform::services().screens);
-    if (!screen)
-        return;
-    const std::shared_ptr<Entry> entry = makeEntry(image, screen->displayID, std::move(onSave));
-    makeRoom(*screen, cardSize.height());
+    flows.start(presentAtPointer(image, std::move(onSave)));
+}
+
+// One that knows where the pointer is has the card up when this returns.
+Flow<> CapturePanelController::presentAtPointer(Image image, SaveHandler onSave) {
+    const Result<DesktopPoint> pointer = co_await platform::services().screens.pointerLocation();
+    const std::optional<platform::Screen> screen = screenForNewCard(platform::services().screens, pointer);
+    if (screen)
+        putUp(image, std::move(onSave), *screen);
+}
+
+void CapturePanelController::putUp(const Image& image, SaveHandler onSave, const platform::Screen& screen) {
+    const std::shared_ptr<Entry> entry = makeEntry(image, screen.displayID, std::move(onSave));
+    makeRoom(screen, cardSize.height());
     entries.push_back(entry);
     CapturePanel& panel = *entry->panel;
-    panel.animator().setFrame(stackFrames(screen->visibleFrame, 1).front());
+    panel.animator().setFrame(stackFrames(screen.visibleFrame, 1).front());
     panel.orderFront();
     panel.content().playArrival();
-    for (const auto& [row, frame] : layoutFrames(*screen))
+    for (const auto& [row, frame] : layoutFrames(screen))
         row->panel->animator().moveTo(frame, reflowSeconds, TimingFunction::easeOut());
     startAutoClose(entry);
 }
@@ -131,16 +140,22 @@ void CapturePanelController::panelDragEnded(const CapturePanel* panel, Drop drop
         dismiss(panel, Animated::Yes);
     else
         startAutoClose(entry);
-    // The pointer left with what it carried, and no window was told.
-    const std::optional<DesktopPoint> pointer = platform::services().screens.pointerLocation();
-    if (pointer && !contains(cardFrame(panel->frame()).rect, pointer->point))
+    flows.start(seeWhetherPointerLeft(entry));
+}
+
+// The pointer left with what it carried, and no window was told.
+Flow<> CapturePanelController::seeWhetherPointerLeft(std::weak_ptr<Entry> weak) {
+    const Result<DesktopPoint> pointer = co_await platform::services().screens.pointerLocation();
+    const std::shared_ptr<Entry> entry = weak.lock();
+    if (entry && pointer && !contains(cardFrame(entry->panel->frame()).rect, pointer->point))
         entry->panel->content().setHovered(false, HoverSource::Program);
 }
 
-void CapturePanelController::slideBack(CapturePanel& panel, const DragPreview& preview) {
-    const std::optional<DesktopPoint> pointer = platform::services().screens.pointerLocation();
-    if (pointer && chrome::currentMotion() == chrome::Motion::Full)
-        panel.slideBack(preview, *pointer);
+Flow<> CapturePanelController::slideBack(std::weak_ptr<Entry> weak, DragPreview preview) {
+    const Result<DesktopPoint> pointer = co_await platform::services().screens.pointerLocation();
+    const std::shared_ptr<Entry> entry = weak.lock();
+    if (entry && pointer && chrome::currentMotion() == chrome::Motion::Full)
+        entry->panel->slideBack(preview, *pointer);
 }
 
 std::shared_ptr<CapturePanelController::Entry>
@@ -197,7 +212,7 @@ PanelActions CapturePanelController::actionsFor(const std::weak_ptr<Entry>& weak
         if (!find(entry->panel.get()))
             bury(entry);
         else
-            slideBack(*entry->panel, preview);
+            flows.start(slideBack(entry, preview));
     };
     return actions;
 }

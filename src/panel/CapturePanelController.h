@@ -2,6 +2,7 @@
 // them. Points, DesktopRect. Main thread.
 #pragma once
 
+#include "base/Flow.h"
 #include "chrome/Delay.h"
 #include "panel/CapturePanel.h"
 
@@ -64,8 +65,11 @@ public:
     void panelDragEnded(const CapturePanel* panel, Drop drop);
 
 private:
+    Flow<> presentAtPointer(imaging::Image image, SaveHandler onSave);
+    void putUp(const imaging::Image& image, SaveHandler onSave, const platform::Screen& screen);
     // Shows that a drag which nobody took has come back.
-    void slideBack(CapturePanel& panel, const DragPreview& preview);
+    static Flow<> slideBack(std::weak_ptr<Entry> entry, DragPreview preview);
+    static Flow<> seeWhetherPointerLeft(std::weak_ptr<Entry> entry);
     std::shared_ptr<Entry> makeEntry(const imaging::Image& image, std::uint32_t displayID,
                                      SaveHandler onSave);
     PanelActions actionsFor(const std::weak_ptr<Entry>& entry, const imaging::Image& image);
@@ -87,6 +91,7 @@ private:
     std::vector<std::shared_ptr<Entry>> entries;
     std::vector<std::shared_ptr<Entry>> leaving;
     std::vector<std::shared_ptr<editor::EditorWindowController>> openedEditors;
+    FlowScope flows;
 };
 
 } // namespace marrowfin::panel

@@ -11,8 +11,9 @@ bool holdsPointer(const QRectF& frame, const QPointF& pointer) {
 }
 } // namespace
 
-std::optional<platform::Screen> screenForNewCard(platform::Screens& screens) {
-    if (const std::optional<DesktopPoint> pointer = screens.pointerLocation())
+std::optional<platform::Screen> screenForNewCard(platform::Screens& screens,
+                                                 const Result<DesktopPoint>& pointer) {
+    if (pointer)
         for (const platform::Screen& screen : screens.screens())
             if (holdsPointer(screen.frame.rect, pointer->point))
                 return screen;

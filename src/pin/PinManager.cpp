@@ -23,11 +23,14 @@ PinnedWindow::PinnedWindow(const Image& pinned)
     view->setComposited(window->isComposited());
     QObject::connect(window.get(), &platform::Surface::compositedChanged, view.get(),
                      [this] { view->setComposited(window->isComposited()); });
-    view->onDragBegin = [this] {
+    view->onDragBegin = [this](const QSinglePointEvent& press) {
         window->orderFront();
         dragStart = current;
+        pressedAt = window->locate(press);
     };
-    view->onDrag = [this](Qt::Edges held, QPointF delta) { dragged(held, delta); };
+    view->onDrag = [this](Qt::Edges held, const QSinglePointEvent& move) {
+        dragged(held, window->locate(move).point - pressedAt.point);
+    };
     setFrame({QRectF(pinOrigin, pinSize(image.size()))});
 }
 

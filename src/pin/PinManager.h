@@ -43,6 +43,7 @@ private:
     std::unique_ptr<platform::Surface> window;
     DesktopRect current;
     DesktopRect dragStart;
+    DesktopPoint pressedAt;
 };
 
 class PinManager : public QObject {

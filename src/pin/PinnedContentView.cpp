@@ -100,26 +100,25 @@ void PinnedContentView::showCursorFor(Qt::Edges edges) {
 void PinnedContentView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !imageArea().contains(event->position().toPoint()))
         return;
-    pressedAt = event->globalPosition();
+    isPressed = true;
     heldEdges = edgesAt(event->position());
     if (onDragBegin)
-        onDragBegin();
+        onDragBegin(*event);
 }
 
 void PinnedContentView::mouseMoveEvent(QMouseEvent* event) {
-    if (!pressedAt) {
+    if (!isPressed) {
         setHovered(imageArea().contains(event->position().toPoint()));
         showCursorFor(edgesAt(event->position()));
         return;
     }
-    const QPointF way = event->globalPosition() - *pressedAt;
     if (onDrag)
-        onDrag(heldEdges, QPointF(way.x(), -way.y()));
+        onDrag(heldEdges, *event);
 }
 
 void PinnedContentView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton)
-        pressedAt.reset();
+        isPressed = false;
 }
 
 void PinnedContentView::enterEvent(QEnterEvent* event) {

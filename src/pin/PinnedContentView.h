@@ -1,6 +1,5 @@
 // A pin's inside: the image, its shadow around it, and a close button that shows only under the pointer. It
-// asks its owner to move, resize and close it. Points, the widget's own (y down), but for the owner's deltas
-// (y up). Main thread.
+// asks its owner to move, resize and close it. Points, the widget's own (y down). Main thread.
 #pragma once
 
 #include "chrome/LayerHost.h"
@@ -9,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QPointer>
+#include <QSinglePointEvent>
 #include <QWidget>
 #include <functional>
 
@@ -26,10 +26,11 @@ public:
     ~PinnedContentView() override;
 
     std::function<void()> onEscape;
-    // The pointer, holding these edges (none: the whole pin), went this far since it was pressed; y up.
-    std::function<void(Qt::Edges, QPointF)> onDrag;
     // A press, before any drag: the frame to drag from is the one of now.
-    std::function<void()> onDragBegin;
+    std::function<void(const QSinglePointEvent&)> onDragBegin;
+    // The pointer moved since, holding these edges (none: the whole pin). How far it went only the surface
+    // knows.
+    std::function<void(Qt::Edges, const QSinglePointEvent&)> onDrag;
 
     QAbstractButton* closeButton() const;
     // The image's own area, without the halo.
@@ -60,7 +61,7 @@ private:
     bool composited = true;
     bool hovered = false;
     Qt::Edges heldEdges;
-    std::optional<QPointF> pressedAt; // on the screen: the widget moves under the pointer
+    bool isPressed = false;
 };
 
 } // namespace marrowfin::pin

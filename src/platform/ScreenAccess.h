@@ -8,9 +8,9 @@ namespace marrowfin::platform {
 class ScreenAccess {
 public:
     virtual ~ScreenAccess() = default;
-    // What is known now, without asking anybody.
-    virtual bool preflight() = 0;
-    // Puts up the desktop's prompt when the permission was never decided.
+    // Whether the screen may be seen, as far as the desktop knows without asking the user.
+    virtual Outcome<bool> preflight() = 0;
+    // Puts up the desktop's prompt when the permission was never decided; settles with the user's answer.
     virtual Outcome<bool> request() = 0;
 };
 

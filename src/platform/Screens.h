@@ -1,8 +1,9 @@
 // The screens as windows are placed on them, and where the pointer is. Points, DesktopRect (bottom left
-// origin). Main thread; cheap enough to ask each time.
+// origin). Main thread. Lists and sizes are at hand and cheap enough to ask each time.
 #pragma once
 
 #include "base/Coordinates.h"
+#include "base/Outcome.h"
 
 #include <QObject>
 #include <QString>
@@ -28,8 +29,9 @@ public:
     virtual std::vector<Screen> screens() = 0;
     // The active window's screen, else the pointer's, else the primary.
     virtual std::optional<Screen> mainScreen() = 0;
-    // Nothing on a window system that doesn't tell.
-    virtual std::optional<DesktopPoint> pointerLocation() = 0;
+    // Settled at once where the window system tells; Unavailable where it never does, and whoever asked goes
+    // on without.
+    virtual Outcome<DesktopPoint> pointerLocation() = 0;
     // The height against which DesktopRect and ScreenRect are flipped: the primary display's; 0 without one.
     double primaryHeight();
 

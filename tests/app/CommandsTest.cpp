@@ -102,14 +102,23 @@ TEST_F(CommandsTest, captureWindowLetsTheUserPick) {
     EXPECT_EQ(delegate.captureManager()->capturedImage()->size(), QSizeF(320, 200));
 }
 
+TEST_F(CommandsTest, allInOneOpensInTheMiddleWhereNobodyKnowsThePointersPlace) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    launch();
+    choose(QStringLiteral("All-In-One"));
+    ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QMenu>() != nullptr; }));
+    EXPECT_EQ(desktop.surfaceHost.popUps, (std::vector{DesktopPoint{{400, 300}}}));
+}
+
 TEST_F(CommandsTest, allInOneOpensItsMenuAndARowOfItCaptures) {
     desktop.addScreen(1, {0, 0, 800, 600});
+    desktop.screens.pointer = DesktopPoint{{300, 200}};
     launch();
     choose(QStringLiteral("All-In-One"));
     ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QMenu>() != nullptr; }));
     QMenu& menu = *onlyTopLevel<QMenu>();
     EXPECT_EQ(menu.actions().size(), 8);
-    EXPECT_EQ(menu.pos(), QCursor::pos());
+    EXPECT_EQ(desktop.surfaceHost.popUps, (std::vector{DesktopPoint{{300, 200}}}));
     QAction* fullscreen = row(menu, QStringLiteral("Capture Fullscreen"));
     menu.hide();
     fullscreen->trigger();

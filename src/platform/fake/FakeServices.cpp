@@ -17,6 +17,25 @@ std::optional<Screen> FakeScreens::mainScreen() {
     return shown.front();
 }
 
+Result<DesktopPoint> FakeScreens::answer() const {
+    if (!pointer)
+        return unavailable(QStringLiteral("This desktop doesn't tell where the pointer is."));
+    return *pointer;
+}
+
+Outcome<DesktopPoint> FakeScreens::pointerLocation() {
+    if (!holdPointer)
+        return settled<DesktopPoint>(answer());
+    auto [settler, outcome] = makeOutcome<DesktopPoint>();
+    waiting.push_back(settler);
+    return outcome;
+}
+
+void FakeScreens::releasePointer() {
+    for (const Settler<DesktopPoint>& settler : std::exchange(waiting, {}))
+        settler.settle(answer());
+}
+
 void FakeScreens::add(std::uint32_t id, const QRectF& frame, double scale, double bottomStrut,
                       double topStrut) {
     Screen screen;

@@ -21,17 +21,24 @@ class FakeScreens : public platform::Screens {
 public:
     std::vector<platform::Screen> shown;
     std::optional<std::uint32_t> mainDisplayID; // the first screen when empty
-    std::optional<DesktopPoint> pointer;
+    std::optional<DesktopPoint> pointer;        // Unavailable when empty
+    // When set, pointerLocation() waits for releasePointer().
+    bool holdPointer = false;
 
     std::vector<platform::Screen> screens() override { return shown; }
     std::optional<platform::Screen> mainScreen() override;
-    std::optional<DesktopPoint> pointerLocation() override { return pointer; }
+    Outcome<DesktopPoint> pointerLocation() override;
+    void releasePointer();
 
     // A screen of this frame; the visible frame is what the insets leave.
     void add(std::uint32_t id, const QRectF& frame, double scale = 1, double bottomStrut = 0,
              double topStrut = 0);
     void remove(std::uint32_t id);
     void tellChanged() { Q_EMIT changed(); }
+
+private:
+    Result<DesktopPoint> answer() const;
+    std::vector<Settler<DesktopPoint>> waiting;
 };
 
 class FakeHotKeys : public platform::HotKeyService {
@@ -169,7 +176,7 @@ public:
     bool granted = true;
     int requests = 0;
 
-    bool preflight() override { return granted; }
+    Outcome<bool> preflight() override { return settled<bool>(granted); }
     Outcome<bool> request() override;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/fake/FakeSurfaceHost.h"
 
+#include <QMenu>
+#include <QSinglePointEvent>
 #include <algorithm>
 
 namespace marrowfin::fake {
@@ -29,13 +31,19 @@ DesktopRect FakeSurface::frame() const {
     return current;
 }
 
+DesktopPoint FakeSurface::locate(const QSinglePointEvent& event) const {
+    if (host() != nullptr && !host()->tellsPlaces)
+        return {current.rect.bottomLeft() + QPointF(event.scenePosition().x(), -event.scenePosition().y())};
+    return {{event.globalPosition().x(), -event.globalPosition().y()}};
+}
+
 void FakeSurface::orderFront() {
     if (host() == nullptr)
         return;
     std::vector<FakeSurface*>& order = host()->order;
     std::erase(order, this);
     const auto above = std::find_if(order.begin(), order.end(), [this](FakeSurface* other) {
-        return other->traits.level > traits.level;
+        return windowLevel(other->traits.level) > windowLevel(traits.level);
     });
     order.insert(above, this);
     if (!widget)
@@ -89,6 +97,11 @@ void FakeSurfaceHost::setComposited(bool value) {
 
 void FakeSurfaceHost::adoptMenu(QMenu&) {
     ++adoptedMenus;
+}
+
+void FakeSurfaceHost::popUp(QMenu& menu, const DesktopPoint& point) {
+    popUps.push_back(point);
+    menu.popup({});
 }
 
 Outcome<void> FakeSurfaceHost::transientsGone() {

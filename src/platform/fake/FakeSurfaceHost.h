@@ -20,6 +20,7 @@ public:
 
     void setFrame(const DesktopRect& frame) override;
     DesktopRect frame() const override;
+    DesktopPoint locate(const QSinglePointEvent& event) const override;
     void orderFront() override;
     void orderOut() override;
     bool isVisible() const override;
@@ -56,6 +57,7 @@ public:
     ~FakeSurfaceHost() override { *life = nullptr; }
     std::unique_ptr<platform::Surface> host(QWidget& widget, const platform::SurfaceSpec& traits) override;
     void adoptMenu(QMenu& menu) override;
+    void popUp(QMenu& menu, const DesktopPoint& point) override;
     Outcome<void> transientsGone() override;
 
     // Plays a compositor that goes, or comes back.
@@ -68,6 +70,11 @@ public:
     std::vector<FakeSurface*> order;
     int hostedCount = 0;
     int adoptedMenus = 0;
+    // Where menus were opened, in order.
+    std::vector<DesktopPoint> popUps;
+    // False plays a window system that tells no window where it is: widgets see themselves at (0, 0), and the
+    // global position of an event is that in its window.
+    bool tellsPlaces = true;
     int barriers = 0;
     // When set, retire() and transientsGone() wait for releaseBarriers().
     bool holdBarriers = false;

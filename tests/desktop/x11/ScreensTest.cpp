@@ -84,7 +84,7 @@ TEST_F(ScreensTest, TellWhereThePointerIs) {
     const auto& displays = backend->nativeScreens().layout().displays();
     const QPoint native = displays.back().native.topLeft() + QPoint(100, 60);
     point(native.x(), native.y());
-    const auto pointer = backend->screens().pointerLocation();
+    const auto pointer = waitFor(backend->screens().pointerLocation());
     ASSERT_TRUE(pointer);
     const double scale = last.backingScaleFactor;
     EXPECT_DOUBLE_EQ(pointer->point.x(), minX(last.frame.rect) + 100 / scale);

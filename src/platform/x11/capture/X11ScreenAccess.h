@@ -7,7 +7,7 @@ namespace marrowfin::x11 {
 
 class X11ScreenAccess final : public platform::ScreenAccess {
 public:
-    bool preflight() override { return true; }
+    Outcome<bool> preflight() override { return settled<bool>(true); }
     Outcome<bool> request() override { return settled<bool>(true); }
 };
 

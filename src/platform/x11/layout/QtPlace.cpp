@@ -28,6 +28,23 @@ QRect qtRectOfNative(const QRect& native) {
     return {};
 }
 
+DesktopPoint desktopPoint(const QPointF& qtGlobal) {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    if (!primary)
+        return {};
+    const QRect geometry = primary->geometry();
+    return toDesktop(ScreenPoint{qtGlobal - geometry.topLeft()}, geometry.height());
+}
+
+QPoint qtPoint(const DesktopPoint& point) {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    if (!primary)
+        return {};
+    const QRect geometry = primary->geometry();
+    const QPointF onScreen = toScreen(point, geometry.height()).point;
+    return geometry.topLeft() + QPoint(roundedToInt(onScreen.x()), roundedToInt(onScreen.y()));
+}
+
 QScreen* screenShowing(const QRect& rect) {
     QScreen* best = QGuiApplication::primaryScreen();
     int most = 0;

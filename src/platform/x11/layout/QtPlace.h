@@ -15,6 +15,9 @@ QRect qtRect(const DesktopRect& frame);
 // Each screen keeps its origin in native pixels; only distances within it are scaled. Empty when no screen
 // shows the middle of it.
 QRect qtRectOfNative(const QRect& native);
+// The other way, for a place where the toolkit says that the pointer is.
+DesktopPoint desktopPoint(const QPointF& qtGlobal);
+QPoint qtPoint(const DesktopPoint& point);
 // The screen that shows most of it; the primary when none does.
 QScreen* screenShowing(const QRect& rect);
 

@@ -243,11 +243,11 @@ std::optional<QPoint> X11Screens::nativePointer() {
     return QPoint(pointer->root_x, pointer->root_y);
 }
 
-std::optional<DesktopPoint> X11Screens::pointerLocation() {
+Outcome<DesktopPoint> X11Screens::pointerLocation() {
     const auto native = nativePointer();
     if (!native)
-        return std::nullopt;
-    return toDesktop(layout().toPoints(*native), latest.primaryHeight());
+        return settled<DesktopPoint>(unavailable(QStringLiteral("The pointer is on another screen.")));
+    return settled<DesktopPoint>(toDesktop(layout().toPoints(*native), latest.primaryHeight()));
 }
 
 } // namespace marrowfin::x11

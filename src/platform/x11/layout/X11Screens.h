@@ -20,7 +20,7 @@ public:
 
     std::vector<platform::Screen> screens() override;
     std::optional<platform::Screen> mainScreen() override;
-    std::optional<DesktopPoint> pointerLocation() override;
+    Outcome<DesktopPoint> pointerLocation() override;
 
     const DisplayLayout& layout();
 

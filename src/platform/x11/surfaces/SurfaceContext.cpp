@@ -56,15 +56,16 @@ void SurfaceContext::add(QMenu& menu) {
 
 // Everything that belongs above the level, lowest first.
 void SurfaceContext::restack(platform::SurfaceLevel from) {
-    using Level = platform::SurfaceLevel;
-    for (const Level level : {Level::Card, Level::Overlay}) {
-        if (level <= from)
-            continue;
-        for (X11Surface* surface : surfaces) {
-            if (surface->level() == level && surface->isVisible())
-                raise(*qt, surface->window());
-        }
-    }
+    const auto levelOf = [](const X11Surface* surface) { return platform::windowLevel(surface->level()); };
+    std::vector<X11Surface*> above;
+    std::copy_if(surfaces.begin(), surfaces.end(), std::back_inserter(above), [&](const X11Surface* surface) {
+        return surface->isVisible() && levelOf(surface) > platform::windowLevel(from);
+    });
+    std::stable_sort(above.begin(), above.end(), [&](const X11Surface* one, const X11Surface* other) {
+        return levelOf(one) < levelOf(other);
+    });
+    for (X11Surface* surface : above)
+        raise(*qt, surface->window());
     for (const QPointer<QMenu>& menu : menus) {
         if (menu && menu->isVisible())
             raise(*qt, windowOf(menu));

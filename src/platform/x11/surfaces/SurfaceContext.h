@@ -38,7 +38,7 @@ public:
     ExclusiveKeyboard keyboard;
     GoneWatch gone;
 
-    // The stack: pins, cards, overlays, menus, back to front.
+    // The stack: surfaces by their levels, then menus, back to front.
     void add(X11Surface& surface);
     void remove(X11Surface& surface);
     void bringToFront(X11Surface& surface);

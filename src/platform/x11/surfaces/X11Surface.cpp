@@ -77,6 +77,11 @@ void X11Surface::setFrame(const DesktopRect& frame) {
     applyFrame();
 }
 
+// The server stamps every event with the pointer's place on the root, wherever the window is by then.
+DesktopPoint X11Surface::locate(const QSinglePointEvent& event) const {
+    return desktopPoint(event.globalPosition());
+}
+
 void X11Surface::applyFrame() {
     if (!widget || state == State::Leaving)
         return;
@@ -146,8 +151,8 @@ void X11Surface::show() {
     if (traits.backdrop == SurfaceBackdrop::Snapshot && (isOpaque || !isComposited()))
         read = readStill();
     // A pin may stay for days, and nothing is captured the moment it goes: not worth what keeping contents
-    // costs.
-    holdsContents = traits.level != SurfaceLevel::Pin;
+    // costs. Nor is it for the recorder's control.
+    holdsContents = windowLevel(traits.level) > windowLevel(SurfaceLevel::Pin);
     if (holdsContents)
         context->contents.hold();
     qt.flush();

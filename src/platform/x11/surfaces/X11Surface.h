@@ -21,6 +21,7 @@ public:
 
     void setFrame(const DesktopRect& frame) override;
     DesktopRect frame() const override { return given; }
+    DesktopPoint locate(const QSinglePointEvent& event) const override;
     void orderFront() override;
     void orderOut() override;
     bool isVisible() const override { return state == State::Shown; }

@@ -1,5 +1,6 @@
 #include "platform/x11/surfaces/X11SurfaceHost.h"
 
+#include "platform/x11/layout/QtPlace.h"
 #include "platform/x11/surfaces/SurfaceContext.h"
 #include "platform/x11/surfaces/TracelessMenu.h"
 #include "platform/x11/surfaces/X11Surface.h"
@@ -20,6 +21,8 @@ public:
     }
 
     void adoptMenu(QMenu& menu) override { TracelessMenu::adopt(context, menu); }
+
+    void popUp(QMenu& menu, const DesktopPoint& point) override { menu.popup(qtPoint(point)); }
 
     Outcome<void> transientsGone() override {
         auto [settler, outcome] = makeOutcome<void>();

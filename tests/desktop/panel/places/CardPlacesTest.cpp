@@ -1,6 +1,7 @@
 // Where cards stand on the screens that a desktop really has: beside its panels, on each monitor, in its
 // scale.
 #include "desktop/panel/CardsTest.h"
+#include "desktop/support/Waiting.h"
 
 namespace marrowfin {
 
@@ -17,7 +18,8 @@ protected:
     void pointAt(const Screen& screen) {
         const DesktopPoint middle{screen.frame.rect.center()};
         other.movePointer(onScreen(middle.point));
-        EXPECT_TRUE(desk::waitFor([&] { return platform::services().screens.pointerLocation() == middle; }));
+        EXPECT_TRUE(desk::waitFor(
+            [&] { return testsupport::await(platform::services().screens.pointerLocation()) == middle; }));
     }
     // The desktop's own panel at the foot of this screen, as the server has it.
     QRect panelOf(const Screen& screen) {
