@@ -174,7 +174,7 @@ void CapturePanelContentView::applyAppearance() {
     const QColor edge = dark ? withAlpha(Qt::white, 0.18) : withAlpha(Qt::black, 0.12);
     mount.setBorder({1, edge});
     sharp.setBorder({1, edge});
-    countdown.setColor(withAlpha(systemColor(SystemColor::controlAccent, scheme), 0.7));
+    countdown.setColor(withAlpha(platform::services().appearance.accentColor(), 0.7));
     capsule->setColorScheme(scheme);
     caption->setColorScheme(scheme);
     shadow.setDark(dark);

@@ -41,6 +41,9 @@ class Appearance : public QObject {
 public:
     virtual ColorScheme colorScheme() const = 0;
     virtual bool reduceMotion() const = 0;
+    // What the user chose for what is chosen or pressed; the blue of systemColor(controlAccent) where nobody
+    // chose anything. Opaque.
+    virtual QColor accentColor() const = 0;
 
 Q_SIGNALS:
     void changed();

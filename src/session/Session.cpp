@@ -1,29 +1,12 @@
 #include "session/Session.h"
 
-#include "platform/ScreenAccess.h"
-#include "platform/ScreenSource.h"
-#include "platform/SurfaceHost.h"
-#include "platform/freedesktop/FreedesktopAppearance.h"
-#include "platform/freedesktop/FreedesktopFolders.h"
-#include "platform/freedesktop/FreedesktopOpener.h"
-#include "platform/freedesktop/FreedesktopStatusBar.h"
 #include "platform/x11/X11Backend.h"
-#include "platform/x11/surfaces/X11SurfaceHost.h"
+#include "session/ServiceChoice.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 
 namespace marrowfin::session {
-
-struct Session::Parts {
-    std::unique_ptr<x11::X11Backend> backend;
-    std::unique_ptr<platform::SurfaceHost> surfaceHost;
-    freedesktop::FreedesktopStatusBar statusBar{
-        [this](platform::TrayIcon::Click click) { return backend->makeTrayIcon(std::move(click)); }};
-    freedesktop::FreedesktopOpener opener;
-    freedesktop::FreedesktopFolders folders;
-    freedesktop::FreedesktopAppearance appearance;
-};
 
 namespace {
 
@@ -42,36 +25,23 @@ void requestBusName(const QString& name) {
 
 } // namespace
 
-Session::Session(std::unique_ptr<Parts> made) : parts(std::move(made)) {}
+Session::Session(std::unique_ptr<ChosenServices> made) : chosen(std::move(made)) {}
 Session::~Session() = default;
 
 Result<std::unique_ptr<Session>> Session::open(const QString& busName,
                                                std::function<void(const QString&)> onLost) {
-    auto parts = std::make_unique<Parts>();
     Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make(std::move(onLost));
     if (!backend)
         return tl::unexpected(backend.error());
-    Result<std::unique_ptr<platform::SurfaceHost>> surfaceHost = x11::makeSurfaceHost((*backend)->grabs());
-    if (!surfaceHost)
-        return tl::unexpected(surfaceHost.error());
-    parts->backend = std::move(*backend);
-    parts->surfaceHost = std::move(*surfaceHost);
+    Result<std::unique_ptr<ChosenServices>> chosen = chooseServices(std::move(*backend));
+    if (!chosen)
+        return tl::unexpected(chosen.error());
     requestBusName(busName);
-    return std::unique_ptr<Session>(new Session(std::move(parts)));
+    return std::unique_ptr<Session>(new Session(std::move(*chosen)));
 }
 
-platform::Services Session::services() const {
-    return {parts->backend->screenSource(),
-            parts->backend->screenAccess(),
-            parts->backend->screens(),
-            *parts->surfaceHost,
-            parts->backend->scrollGestures(),
-            parts->backend->hotKeys(),
-            parts->backend->pasteboard(),
-            parts->statusBar,
-            parts->opener,
-            parts->folders,
-            parts->appearance};
+const platform::Services& Session::services() const {
+    return chosen->services;
 }
 
 } // namespace marrowfin::session

@@ -10,6 +10,8 @@
 
 namespace marrowfin::session {
 
+struct ChosenServices;
+
 class Session {
 public:
     // After QApplication is made, on the window system that was chosen before it (WindowSystem.h). The bus
@@ -21,12 +23,11 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    platform::Services services() const;
+    const platform::Services& services() const;
 
 private:
-    struct Parts;
-    explicit Session(std::unique_ptr<Parts> parts);
-    std::unique_ptr<Parts> parts;
+    explicit Session(std::unique_ptr<ChosenServices> chosen);
+    std::unique_ptr<ChosenServices> chosen;
 };
 
 } // namespace marrowfin::session

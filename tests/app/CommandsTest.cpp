@@ -13,7 +13,6 @@
 #include "support/CapturedOutput.h"
 #include "support/Input.h"
 
-#include <QCursor>
 #include <QDialog>
 #include <functional>
 

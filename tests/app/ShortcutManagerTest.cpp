@@ -214,11 +214,11 @@ TEST_F(ShortcutManagerTest, successWithoutAReferenceIsAFailureWithStatusZero) {
 }
 
 TEST_F(ShortcutManagerTest, allAreAskedForBeforeTheFirstIsAnsweredEachWithWhatItDoes) {
-    desktop.hotKeys.holdRegistrations = true;
+    desktop.hotKeys.late.hold = true;
     const Outcome<void> done = flows.start(shortcuts.registerHotKeys());
-    EXPECT_EQ(desktop.hotKeys.waitingRegistrations(), 3);
+    EXPECT_EQ(desktop.hotKeys.late.waitingCount(), 3u);
     EXPECT_FALSE(done.isSettled());
-    desktop.hotKeys.releaseRegistrations();
+    desktop.hotKeys.late.release();
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     QStringList descriptions;
     for (const auto& [reference, held] : desktop.hotKeys.held)
@@ -228,10 +228,10 @@ TEST_F(ShortcutManagerTest, allAreAskedForBeforeTheFirstIsAnsweredEachWithWhatIt
 }
 
 TEST_F(ShortcutManagerTest, aCombinationThatIsGrantedAfterUnregisterIsGivenBack) {
-    desktop.hotKeys.holdRegistrations = true;
+    desktop.hotKeys.late.hold = true;
     const Outcome<void> done = flows.start(shortcuts.registerHotKeys());
     shortcuts.unregister();
-    desktop.hotKeys.releaseRegistrations();
+    desktop.hotKeys.late.release();
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_TRUE(desktop.hotKeys.held.empty());
     EXPECT_TRUE(shortcuts.hotKeyRefs().empty());

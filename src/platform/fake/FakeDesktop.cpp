@@ -14,7 +14,8 @@ using namespace platform;
 
 FakeDesktop::FakeDesktop() {
     install({screenSource, screenAccess, screens, surfaceHost, scrollGestures, hotKeys, pasteboard, statusBar,
-             opener, folders, appearance});
+             opener, folders, appearance, textRecognizer, textDetector, movieWriter, movieReader, systemAudio,
+             scrollPoster, inputPoster, updateDriver});
 }
 
 FakeDesktop::~FakeDesktop() {
@@ -26,6 +27,20 @@ void FakeDesktop::addScreen(std::uint32_t id, const QRectF& frame, int scale, do
                             double topStrut) {
     screens.add(id, frame, scale, bottomStrut, topStrut);
     screenSource.addDisplay(id, toScreen(DesktopRect{frame}, screens.primaryHeight()).rect, scale);
+}
+
+void FakeDesktop::answerLate() {
+    for (LateAnswers* late :
+         {&screenSource.late, &screenAccess.late, &screens.late, &hotKeys.late, &pasteboard.late})
+        late->hold = true;
+    surfaceHost.holdBarriers = true;
+}
+
+void FakeDesktop::releaseAnswers() {
+    for (LateAnswers* late :
+         {&screenSource.late, &screenAccess.late, &screens.late, &hotKeys.late, &pasteboard.late})
+        late->release();
+    surfaceHost.releaseBarriers();
 }
 
 void FakeDesktop::removeScreen(std::uint32_t id) {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "platform/Services.h"
+#include "platform/UnavailableServices.h"
 #include "platform/fake/FakeScreenSource.h"
 #include "platform/fake/FakeScrollGestures.h"
 #include "platform/fake/FakeServices.h"
@@ -32,11 +33,23 @@ public:
     FakeOpener opener;
     FakeFolders folders;
     FakeAppearance appearance;
+    platform::UnavailableTextRecognizer textRecognizer;
+    platform::UnavailableTextDetector textDetector;
+    platform::UnavailableMovieWriter movieWriter;
+    platform::UnavailableMovieReader movieReader;
+    platform::UnavailableSystemAudio systemAudio;
+    FakeScrollPoster scrollPoster;
+    platform::UnavailableInputPoster inputPoster;
+    platform::UnavailableUpdateDriver updateDriver;
 
     // The same display for windows and for the capture; frame in DesktopRect coordinates. The first is the
     // primary.
     void addScreen(std::uint32_t id, const QRectF& frame, int scale = 1, double bottomStrut = 0,
                    double topStrut = 0);
+    // Every service that may answer late does from now on: what was asked so far is answered by
+    // releaseAnswers(), what is asked afterwards by the next.
+    void answerLate();
+    void releaseAnswers();
     // As a monitor being unplugged: gone from both lists, changed() told.
     void removeScreen(std::uint32_t id);
 };

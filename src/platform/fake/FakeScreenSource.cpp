@@ -73,9 +73,11 @@ FakeScreenSource::FakeScreenSource() {
 
 Outcome<ShareableContent> FakeScreenSource::content() {
     ++contentRequests;
-    if (contentError)
-        return settled<ShareableContent>(tl::unexpected(*contentError));
-    return settled<ShareableContent>(shown);
+    return late.give<ShareableContent>([this]() -> Result<ShareableContent> {
+        if (contentError)
+            return tl::unexpected(*contentError);
+        return shown;
+    });
 }
 
 std::shared_ptr<ScreenStream> FakeScreenSource::makeStream(const ContentFilter& filter,

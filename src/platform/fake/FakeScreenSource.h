@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/ScreenSource.h"
+#include "platform/fake/LateAnswers.h"
 
 #include <mutex>
 
@@ -49,6 +50,7 @@ public:
     platform::ShareableContent shown;
     std::optional<Error> contentError;
     int contentRequests = 0;
+    LateAnswers late; // the content
     // Every stream made, in order.
     std::vector<std::shared_ptr<FakeStream>> streams;
     // Prepares a stream when it is made; the default delivers one complete frame of the asked size, filled by

@@ -17,23 +17,12 @@ std::optional<Screen> FakeScreens::mainScreen() {
     return shown.front();
 }
 
-Result<DesktopPoint> FakeScreens::answer() const {
-    if (!pointer)
-        return unavailable(QStringLiteral("This desktop doesn't tell where the pointer is."));
-    return *pointer;
-}
-
 Outcome<DesktopPoint> FakeScreens::pointerLocation() {
-    if (!holdPointer)
-        return settled<DesktopPoint>(answer());
-    auto [settler, outcome] = makeOutcome<DesktopPoint>();
-    waiting.push_back(settler);
-    return outcome;
-}
-
-void FakeScreens::releasePointer() {
-    for (const Settler<DesktopPoint>& settler : std::exchange(waiting, {}))
-        settler.settle(answer());
+    return late.give<DesktopPoint>([this]() -> Result<DesktopPoint> {
+        if (!pointer)
+            return unavailable(QStringLiteral("This desktop doesn't tell where the pointer is."));
+        return *pointer;
+    });
 }
 
 void FakeScreens::add(std::uint32_t id, const QRectF& frame, double scale, double bottomStrut,
@@ -65,11 +54,7 @@ void FakeHotKeys::removeHandler(HotKeyHandlerRef reference) {
 }
 
 Outcome<HotKeyRegistration> FakeHotKeys::registerHotKey(const HotKeyRequest& request) {
-    if (!holdRegistrations)
-        return settled<HotKeyRegistration>(answer(request));
-    auto [settler, outcome] = makeOutcome<HotKeyRegistration>();
-    waiting.push_back({request, settler});
-    return outcome;
+    return late.give<HotKeyRegistration>([this, request] { return answer(request); });
 }
 
 HotKeyRegistration FakeHotKeys::answer(const HotKeyRequest& request) {
@@ -81,11 +66,6 @@ HotKeyRegistration FakeHotKeys::answer(const HotKeyRequest& request) {
     const HotKeyRef reference = static_cast<HotKeyRef>(registrations);
     held[reference] = {request.keyCode, request.modifiers, request.id, request.description, request.handler};
     return {hotKeyNoError, reference};
-}
-
-void FakeHotKeys::releaseRegistrations() {
-    for (const Waiting& each : std::exchange(waiting, {}))
-        each.settler.settle(answer(each.request));
 }
 
 HotKeyStatus FakeHotKeys::postEvent(HotKeyID id) {
@@ -105,10 +85,12 @@ void FakePasteboard::clearContents() {
 
 Outcome<void> FakePasteboard::writeImage(const Image& written) {
     calls.push_back(QStringLiteral("writeImage"));
-    if (writeError)
-        return settled<void>(tl::unexpected(*writeError));
-    image = written;
-    return settled<void>({});
+    return late.give<void>([this, written]() -> Result<void> {
+        if (writeError)
+            return tl::unexpected(*writeError);
+        image = written;
+        return {};
+    });
 }
 
 Outcome<void> FakePasteboard::writeText(const QString& written) {
@@ -157,6 +139,20 @@ void FakeAppearance::setColorScheme(ColorScheme value) {
     Q_EMIT changed();
 }
 
+void FakeAppearance::setAccentColor(const QColor& value) {
+    accent = value;
+    Q_EMIT changed();
+}
+
+Outcome<void> FakeScrollPoster::scroll(const ScreenPoint& at, int lines) {
+    if (error)
+        return settled<void>(tl::unexpected(*error));
+    scrolls.push_back({at, lines});
+    if (onScroll)
+        onScroll(scrolls.back());
+    return settled<void>({});
+}
+
 void FakeAppearance::setReduceMotion(bool value) {
     reduced = value;
     Q_EMIT changed();
@@ -164,7 +160,7 @@ void FakeAppearance::setReduceMotion(bool value) {
 
 Outcome<bool> FakeScreenAccess::request() {
     ++requests;
-    return settled<bool>(granted);
+    return late.give<bool>([this] { return granted; });
 }
 
 } // namespace marrowfin::fake

@@ -7,7 +7,9 @@
 #include "platform/Pasteboard.h"
 #include "platform/ScreenAccess.h"
 #include "platform/Screens.h"
+#include "platform/ScrollPoster.h"
 #include "platform/StatusItem.h"
+#include "platform/fake/LateAnswers.h"
 
 #include <QPointer>
 #include <QTemporaryDir>
@@ -22,23 +24,17 @@ public:
     std::vector<platform::Screen> shown;
     std::optional<std::uint32_t> mainDisplayID; // the first screen when empty
     std::optional<DesktopPoint> pointer;        // Unavailable when empty
-    // When set, pointerLocation() waits for releasePointer().
-    bool holdPointer = false;
+    LateAnswers late;                           // where the pointer is
 
     std::vector<platform::Screen> screens() override { return shown; }
     std::optional<platform::Screen> mainScreen() override;
     Outcome<DesktopPoint> pointerLocation() override;
-    void releasePointer();
 
     // A screen of this frame; the visible frame is what the insets leave.
     void add(std::uint32_t id, const QRectF& frame, double scale = 1, double bottomStrut = 0,
              double topStrut = 0);
     void remove(std::uint32_t id);
     void tellChanged() { Q_EMIT changed(); }
-
-private:
-    Result<DesktopPoint> answer() const;
-    std::vector<Settler<DesktopPoint>> waiting;
 };
 
 class FakeHotKeys : public platform::HotKeyService {
@@ -69,19 +65,12 @@ public:
     // Plays a press; the status is the handler's.
     platform::HotKeyStatus press(platform::HotKeyID id) { return postEvent(id); }
 
-    // When set, no registration answers before the user has answered the one dialog for all of them.
-    bool holdRegistrations = false;
-    void releaseRegistrations();
-    int waitingRegistrations() const { return static_cast<int>(waiting.size()); }
+    // The registrations: all of one dialog.
+    LateAnswers late;
 
 private:
     platform::HotKeyRegistration answer(const platform::HotKeyRequest& request);
 
-    struct Waiting {
-        platform::HotKeyRequest request;
-        Settler<platform::HotKeyRegistration> settler;
-    };
-    std::vector<Waiting> waiting;
     platform::HotKeyHandlers handlers;
 };
 
@@ -100,8 +89,9 @@ public:
     Outcome<void> writeImage(const imaging::Image& image) override;
     Outcome<void> writeText(const QString& text) override;
     Outcome<std::optional<imaging::Image>> readImage() override {
-        return settled<std::optional<imaging::Image>>(image);
+        return late.give<std::optional<imaging::Image>>([this] { return image; });
     }
+    LateAnswers late; // writing and reading
     void handOver() override {
         calls.push_back(QStringLiteral("handOver"));
         if (onHandOver)
@@ -164,11 +154,32 @@ class FakeAppearance : public platform::Appearance {
 public:
     ColorScheme scheme = ColorScheme::Light;
     bool reduced = false;
+    std::optional<QColor> accent;
 
     ColorScheme colorScheme() const override { return scheme; }
     bool reduceMotion() const override { return reduced; }
+    QColor accentColor() const override {
+        return accent.value_or(systemColor(SystemColor::controlAccent, scheme));
+    }
+    void setAccentColor(const QColor& value);
     void setColorScheme(ColorScheme value);
     void setReduceMotion(bool value);
+};
+
+// Records where the wheel was turned.
+class FakeScrollPoster : public platform::ScrollPoster {
+public:
+    struct Scroll {
+        ScreenPoint at;
+        int lines;
+        friend bool operator==(const Scroll&, const Scroll&) = default;
+    };
+    std::vector<Scroll> scrolls;
+    std::optional<Error> error;
+    // What moves under the wheel.
+    std::function<void(const Scroll&)> onScroll;
+
+    Outcome<void> scroll(const ScreenPoint& at, int lines) override;
 };
 
 class FakeScreenAccess : public platform::ScreenAccess {
@@ -176,7 +187,11 @@ public:
     bool granted = true;
     int requests = 0;
 
-    Outcome<bool> preflight() override { return settled<bool>(granted); }
+    LateAnswers late;
+
+    Outcome<bool> preflight() override {
+        return late.give<bool>([this] { return granted; });
+    }
     Outcome<bool> request() override;
 };
 

@@ -25,6 +25,8 @@ void FakeSurface::setFrame(const DesktopRect& frame) {
     frames.push_back(frame);
     if (widget)
         widget->resize(frame.rect.size().toSize());
+    if (widget && host() != nullptr && !host()->tellsPlaces)
+        widget->move(0, 0);
 }
 
 DesktopRect FakeSurface::frame() const {

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/FreedesktopAppearance.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -16,6 +17,7 @@ const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
+const QString accentKey = QStringLiteral("accent-color");
 const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animationsKey = QStringLiteral("enable-animations");
 // KDE's own, through the same portal: a factor as text, 0 for none.
@@ -30,6 +32,25 @@ ColorScheme schemeOfPalette() {
                ? ColorScheme::Dark
                : ColorScheme::Light;
 }
+
+// Red, green and blue from 0 to 1 of sRGB; anything else stands for no choice.
+QColor colorFrom(const QVariant& value) {
+    if (!value.canConvert<QDBusArgument>())
+        return {};
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QStringLiteral("(ddd)"))
+        return {};
+    double channels[3] = {};
+    argument.beginStructure();
+    for (double& channel : channels)
+        argument >> channel;
+    argument.endStructure();
+    for (const double channel : channels)
+        if (!(channel >= 0 && channel <= 1))
+            return {};
+    return QColor::fromRgbF(static_cast<float>(channels[0]), static_cast<float>(channels[1]),
+                            static_cast<float>(channels[2]));
+}
 } // namespace
 
 FreedesktopAppearance::FreedesktopAppearance() : toolkitScheme(schemeOfPalette()), scheme(toolkitScheme) {
@@ -39,8 +60,13 @@ FreedesktopAppearance::FreedesktopAppearance() : toolkitScheme(schemeOfPalette()
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QDBusMessage)));
     ask(appearanceGroup, colorSchemeKey);
+    ask(appearanceGroup, accentKey);
     ask(interfaceGroup, animationsKey);
     ask(kdeGroup, kdeAnimationsKey);
+}
+
+QColor FreedesktopAppearance::accentColor() const {
+    return accent.isValid() ? accent : systemColor(SystemColor::controlAccent, scheme);
 }
 
 void FreedesktopAppearance::ask(const QString& group, const QString& key) {
@@ -69,12 +95,15 @@ void FreedesktopAppearance::take(const QString& group, const QString& key, QVari
     if (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
     const ColorScheme schemeBefore = scheme;
+    const QColor accentBefore = accent;
     const bool reducedBefore = reduceMotion();
     if (group == appearanceGroup && key == colorSchemeKey) {
         const uint preference = value.toUInt();
         scheme = preference == prefersDark    ? ColorScheme::Dark
                  : preference == prefersLight ? ColorScheme::Light
                                               : toolkitScheme;
+    } else if (group == appearanceGroup && key == accentKey) {
+        accent = colorFrom(value);
     } else if (group == interfaceGroup && key == animationsKey && value.typeId() == QMetaType::Bool) {
         animationsOff = !value.toBool();
     } else if (group == kdeGroup && key == kdeAnimationsKey) {
@@ -83,7 +112,7 @@ void FreedesktopAppearance::take(const QString& group, const QString& key, QVari
         if (isNumber)
             kdeAnimationsOff = factor == 0;
     }
-    if (scheme != schemeBefore || reduceMotion() != reducedBefore)
+    if (scheme != schemeBefore || accent != accentBefore || reduceMotion() != reducedBefore)
         Q_EMIT changed();
 }
 

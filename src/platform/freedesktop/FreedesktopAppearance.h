@@ -1,5 +1,5 @@
-// Light or dark, and whether things should move: from the settings portal, live. Until the portal has
-// answered, or where there is none, the palette that the toolkit found decides. Main thread.
+// Light or dark, the accent, and whether things should move: from the settings portal, live. Until the portal
+// has answered, or where there is none, the palette that the toolkit found decides. Main thread.
 #pragma once
 
 #include "platform/Desktop.h"
@@ -15,6 +15,7 @@ public:
 
     ColorScheme colorScheme() const override { return scheme; }
     bool reduceMotion() const override { return animationsOff || kdeAnimationsOff; }
+    QColor accentColor() const override;
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage& message);
@@ -25,6 +26,7 @@ private:
 
     ColorScheme toolkitScheme; // before our own palette is set
     ColorScheme scheme;
+    QColor accent; // invalid when the user has chosen none
     bool animationsOff = false;
     bool kdeAnimationsOff = false;
 };

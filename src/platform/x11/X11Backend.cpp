@@ -6,6 +6,7 @@
 #include "platform/x11/desktop/X11TrayIcon.h"
 #include "platform/x11/input/X11HotKeys.h"
 #include "platform/x11/input/X11ScrollGestures.h"
+#include "platform/x11/input/X11ScrollPoster.h"
 #include "platform/x11/layout/X11Screens.h"
 #include "platform/x11/server/Connection.h"
 #include "platform/x11/server/ConnectionLoss.h"
@@ -16,7 +17,8 @@ struct X11Backend::Parts {
     Parts(std::unique_ptr<Connection> qt, std::function<void(const QString&)> onLost)
         : connection(std::move(qt)), loss(connection->raw(), std::move(onLost)), screens(*connection, board),
           grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)), source(grabs),
-          hotKeys(*connection), scrollGestures(*connection), pasteboard(*connection) {}
+          hotKeys(*connection), scrollGestures(*connection),
+          scrollPoster(*connection, board), pasteboard(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;
@@ -27,6 +29,7 @@ struct X11Backend::Parts {
     X11ScreenAccess access;
     X11HotKeys hotKeys;
     X11ScrollGestures scrollGestures;
+    X11ScrollPoster scrollPoster;
     X11Pasteboard pasteboard;
 };
 
@@ -61,6 +64,9 @@ platform::Pasteboard& X11Backend::pasteboard() {
 }
 std::unique_ptr<platform::TrayIcon> X11Backend::makeTrayIcon(platform::TrayIcon::Click click) {
     return std::make_unique<X11TrayIcon>(*parts->connection, std::move(click));
+}
+platform::ScrollPoster& X11Backend::scrollPoster() {
+    return parts->scrollPoster;
 }
 Connection& X11Backend::connection() {
     return *parts->connection;

@@ -15,6 +15,7 @@ class ScreenAccess;
 class Screens;
 class ScreenSource;
 class ScrollGestures;
+class ScrollPoster;
 } // namespace marrowfin::platform
 
 namespace marrowfin::x11 {
@@ -37,6 +38,7 @@ public:
     platform::ScreenAccess& screenAccess();
     platform::HotKeyService& hotKeys();
     platform::ScrollGestures& scrollGestures();
+    platform::ScrollPoster& scrollPoster();
     platform::Pasteboard& pasteboard();
     std::unique_ptr<platform::TrayIcon> makeTrayIcon(platform::TrayIcon::Click click);
 

@@ -37,15 +37,22 @@ void SurfaceContext::bringToFront(X11Surface& surface) {
     stack.listen();
 }
 
+std::vector<const X11Surface*> SurfaceContext::visibleAbove(int level) const {
+    const auto levelOf = [](const X11Surface* surface) { return platform::windowLevel(surface->level()); };
+    std::vector<const X11Surface*> above;
+    std::copy_if(surfaces.begin(), surfaces.end(), std::back_inserter(above), [&](const X11Surface* surface) {
+        return surface->isVisible() && surface->window() && levelOf(surface) > level;
+    });
+    std::stable_sort(above.begin(), above.end(), [&](const X11Surface* one, const X11Surface* other) {
+        return levelOf(one) < levelOf(other);
+    });
+    return above;
+}
+
 std::vector<xcb_window_t> SurfaceContext::visibleBackToFront() const {
-    using Level = platform::SurfaceLevel;
     std::vector<xcb_window_t> windows;
-    for (const Level level : {Level::Pin, Level::Card, Level::Overlay}) {
-        for (const X11Surface* surface : surfaces) {
-            if (surface->level() == level && surface->isVisible() && surface->window())
-                windows.push_back(surface->window());
-        }
-    }
+    for (const X11Surface* surface : visibleAbove(0))
+        windows.push_back(surface->window());
     return windows;
 }
 
@@ -56,15 +63,7 @@ void SurfaceContext::add(QMenu& menu) {
 
 // Everything that belongs above the level, lowest first.
 void SurfaceContext::restack(platform::SurfaceLevel from) {
-    const auto levelOf = [](const X11Surface* surface) { return platform::windowLevel(surface->level()); };
-    std::vector<X11Surface*> above;
-    std::copy_if(surfaces.begin(), surfaces.end(), std::back_inserter(above), [&](const X11Surface* surface) {
-        return surface->isVisible() && levelOf(surface) > platform::windowLevel(from);
-    });
-    std::stable_sort(above.begin(), above.end(), [&](const X11Surface* one, const X11Surface* other) {
-        return levelOf(one) < levelOf(other);
-    });
-    for (X11Surface* surface : above)
+    for (const X11Surface* surface : visibleAbove(platform::windowLevel(from)))
         raise(*qt, surface->window());
     for (const QPointer<QMenu>& menu : menus) {
         if (menu && menu->isVisible())

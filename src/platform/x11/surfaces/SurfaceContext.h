@@ -60,6 +60,8 @@ public:
 
 private:
     void restack(platform::SurfaceLevel from);
+    // Lowest first.
+    std::vector<const X11Surface*> visibleAbove(int level) const;
     std::vector<xcb_window_t> visibleBackToFront() const;
 
     const std::shared_ptr<GrabLink> grabs;

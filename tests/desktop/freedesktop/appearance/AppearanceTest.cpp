@@ -3,6 +3,7 @@
 #include "desktop/support/Waiting.h"
 #include "platform/freedesktop/FreedesktopAppearance.h"
 
+#include <QDBusArgument>
 #include <QGuiApplication>
 #include <QPalette>
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@ using freedesktop::FreedesktopAppearance;
 namespace {
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
+const QString accent = QStringLiteral("accent-color");
 const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animations = QStringLiteral("enable-animations");
 const QString kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
@@ -39,6 +41,28 @@ TEST(Appearance, isReadFromThePortalAndFollowsIt) {
     // No preference: what the toolkit found.
     portal.change(appearanceGroup, colorScheme, 0u);
     EXPECT_TRUE(waitUntil([&] { return appearance.colorScheme() == ColorScheme::Light; }));
+}
+
+TEST(Appearance, theAccentIsTheUsersAndFollowsItOrIsTheStatedBlue) {
+    const auto chosen = [](double red, double green, double blue) {
+        QDBusArgument argument;
+        argument.beginStructure();
+        argument << red << green << blue;
+        argument.endStructure();
+        return QVariant::fromValue(argument);
+    };
+    SettingsPortal portal({{appearanceGroup + u' ' + accent, chosen(1, 0.2, 0)}});
+    FreedesktopAppearance appearance;
+    int changes = 0;
+    QObject::connect(&appearance, &platform::Appearance::changed, [&changes] { ++changes; });
+    EXPECT_EQ(appearance.accentColor(), QColor(0, 122, 255));
+    EXPECT_TRUE(waitUntil([&] { return appearance.accentColor() == QColor::fromRgbF(1, 0.2F, 0); }));
+    EXPECT_EQ(changes, 1);
+    portal.change(appearanceGroup, accent, chosen(0, 0.5, 0));
+    EXPECT_TRUE(waitUntil([&] { return appearance.accentColor() == QColor::fromRgbF(0, 0.5F, 0); }));
+    // Out of range is how a desktop says that there is none.
+    portal.change(appearanceGroup, accent, chosen(-1, -1, -1));
+    EXPECT_TRUE(waitUntil([&] { return appearance.accentColor() == QColor(0, 122, 255); }));
 }
 
 TEST(Appearance, eitherDesktopsSwitchTurnsAnimationsOff) {

@@ -1,0 +1,4 @@
+// Has no entry.
+extern "C" int marrowfinSomethingElse() {
+    return 0;
+}
