@@ -2,7 +2,7 @@
 
 #include "platform/x11/server/Connection.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 namespace marrowfin::session {
 
