@@ -2,6 +2,7 @@
 // or never shows under the address sanitizer.
 #include "RuntimeFixture.h"
 
+#include "app/StatusBarController.h"
 #include "capture/CountdownDigit.h"
 #include "capture/ScreenCaptureManager.h"
 #include "capture/SelectionView.h"
