@@ -3,6 +3,8 @@
 #include "platform/ScreenAccess.h"
 #include "platform/ScreenSource.h"
 #include "platform/SurfaceHost.h"
+#include "platform/dbus/BusProxy.h"
+#include "platform/dbus/SessionBus.h"
 #include "platform/freedesktop/FreedesktopAppearance.h"
 #include "platform/freedesktop/FreedesktopFolders.h"
 #include "platform/freedesktop/FreedesktopOpener.h"
@@ -10,8 +12,7 @@
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/surfaces/X11SurfaceHost.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include <QApplication>
 
 namespace marrowfin::session {
 
@@ -32,12 +33,9 @@ namespace {
 void requestBusName(const QString& name) {
     if (name.isEmpty())
         return;
-    QDBusMessage request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
     constexpr uint doNotQueue = 4;
-    request << name << doNotQueue;
-    QDBusConnection::sessionBus().call(request, QDBus::NoBlock);
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    BusProxy(bus, QStringLiteral("/org/freedesktop/DBus"), dbus::sessionBus()).RequestName(name, doNotQueue);
 }
 
 } // namespace
@@ -47,6 +45,7 @@ Session::~Session() = default;
 
 Result<std::unique_ptr<Session>> Session::open(const QString& busName,
                                                std::function<void(const QString&)> onLost) {
+    dbus::listenToSessionBus();
     auto parts = std::make_unique<Parts>();
     Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make(std::move(onLost));
     if (!backend)
@@ -56,7 +55,7 @@ Result<std::unique_ptr<Session>> Session::open(const QString& busName,
         return tl::unexpected(surfaceHost.error());
     parts->backend = std::move(*backend);
     parts->surfaceHost = std::move(*surfaceHost);
-    requestBusName(busName);
+    dbus::whenBusAnswers(*qApp, [busName] { requestBusName(busName); });
     return std::unique_ptr<Session>(new Session(std::move(parts)));
 }
 
