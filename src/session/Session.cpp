@@ -1,10 +1,11 @@
 #include "session/Session.h"
 
+#include "platform/dbus/BusProxy.h"
+#include "platform/dbus/SessionBus.h"
 #include "platform/x11/X11Backend.h"
 #include "session/ServiceChoice.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include <QApplication>
 
 namespace marrowfin::session {
 
@@ -15,12 +16,9 @@ namespace {
 void requestBusName(const QString& name) {
     if (name.isEmpty())
         return;
-    QDBusMessage request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
     constexpr uint doNotQueue = 4;
-    request << name << doNotQueue;
-    QDBusConnection::sessionBus().call(request, QDBus::NoBlock);
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    BusProxy(bus, QStringLiteral("/org/freedesktop/DBus"), dbus::sessionBus()).RequestName(name, doNotQueue);
 }
 
 } // namespace
@@ -30,13 +28,14 @@ Session::~Session() = default;
 
 Result<std::unique_ptr<Session>> Session::open(const QString& busName,
                                                std::function<void(const QString&)> onLost) {
+    dbus::listenToSessionBus();
     Result<std::unique_ptr<x11::X11Backend>> backend = x11::X11Backend::make(std::move(onLost));
     if (!backend)
         return tl::unexpected(backend.error());
     Result<std::unique_ptr<ChosenServices>> chosen = chooseServices(std::move(*backend));
     if (!chosen)
         return tl::unexpected(chosen.error());
-    requestBusName(busName);
+    dbus::whenBusAnswers(*qApp, [busName] { requestBusName(busName); });
     return std::unique_ptr<Session>(new Session(std::move(*chosen)));
 }
 

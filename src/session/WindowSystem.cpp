@@ -1,5 +1,6 @@
 #include "session/WindowSystem.h"
 
+#include "platform/dbus/SessionBus.h"
 #include "platform/x11/server/Connection.h"
 
 #include <QByteArray>
@@ -7,6 +8,7 @@
 namespace marrowfin::session {
 
 Result<void> chooseWindowSystem() {
+    dbus::meetSessionBus();
     // There is one backend; on a Wayland desktop it runs on Xwayland. Who sets a platform plugin keeps it.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");

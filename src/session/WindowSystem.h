@@ -1,4 +1,5 @@
-// Which window system the program runs on, and with which of the toolkit's plug-ins. Main thread.
+// Which window system the program runs on, and with which of the toolkit's plug-ins; and
+// whether there is a session bus for the toolkit. Main thread.
 #pragma once
 
 #include "base/Result.h"

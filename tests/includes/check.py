@@ -67,7 +67,9 @@ def check_includes(path, lines, modules, root):
         if not match or match[1].endswith(".moc"):
             continue
         included = match[1]
-        if not os.path.exists(os.path.join(root, included)):
+        # A proxy is generated from the description beside it.
+        described = os.path.splitext(included)[0] + ".xml"
+        if not any(os.path.exists(os.path.join(root, name)) for name in (included, described)):
             yield f"{path}:{number}: \"{included}\" isn't a path from src/"
             continue
         target = module_of(included, modules)

@@ -1,8 +1,10 @@
 #include "platform/freedesktop/FreedesktopAppearance.h"
 
+#include "platform/dbus/PortalRequest.h"
+#include "platform/dbus/SessionBus.h"
+#include "platform/dbus/SettingsProxy.h"
+
 #include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
@@ -12,9 +14,6 @@
 namespace marrowfin::freedesktop {
 
 namespace {
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString colorSchemeKey = QStringLiteral("color-scheme");
 const QString accentKey = QStringLiteral("accent-color");
@@ -54,11 +53,20 @@ QColor colorFrom(const QVariant& value) {
 } // namespace
 
 FreedesktopAppearance::FreedesktopAppearance() : toolkitScheme(schemeOfPalette()), scheme(toolkitScheme) {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
-        return;
-    bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QDBusMessage)));
+    dbus::whenBusAnswers(*this, [this] { askPortal(); });
+}
+
+FreedesktopAppearance::~FreedesktopAppearance() = default;
+
+void FreedesktopAppearance::askPortal() {
+    settings = std::make_unique<SettingsProxy>(dbus::portalService, dbus::portalPath, dbus::sessionBus());
+    // The types of a signal are found by their names, and nobody has named this one before the first message
+    // is sent.
+    qRegisterMetaType<QDBusVariant>();
+    connect(settings.get(), &SettingsProxy::SettingChanged, this,
+            [this](const QString& group, const QString& key, const QDBusVariant& value) {
+                take(group, key, value.variant());
+            });
     ask(appearanceGroup, colorSchemeKey);
     ask(appearanceGroup, accentKey);
     ask(interfaceGroup, animationsKey);
@@ -70,9 +78,7 @@ QColor FreedesktopAppearance::accentColor() const {
 }
 
 void FreedesktopAppearance::ask(const QString& group, const QString& key) {
-    QDBusMessage request = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
-    request << group << key;
-    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(request), this);
+    auto* watcher = new QDBusPendingCallWatcher(settings->Read(group, key), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, group, key](QDBusPendingCallWatcher* done) {
                 const QDBusPendingReply<QDBusVariant> reply = *done;
@@ -80,14 +86,6 @@ void FreedesktopAppearance::ask(const QString& group, const QString& key) {
                 if (!reply.isError())
                     take(group, key, reply.value().variant());
             });
-}
-
-// Takes the message as it is: a slot with a QDBusVariant is refused before the process has sent its first
-// message.
-void FreedesktopAppearance::settingChanged(const QDBusMessage& message) {
-    const QVariantList arguments = message.arguments();
-    if (arguments.size() == 3)
-        take(arguments[0].toString(), arguments[1].toString(), arguments[2]);
 }
 
 void FreedesktopAppearance::take(const QString& group, const QString& key, QVariant value) {

@@ -4,7 +4,9 @@
 
 #include "platform/Desktop.h"
 
-#include <QDBusMessage>
+#include <memory>
+
+class SettingsProxy;
 
 namespace marrowfin::freedesktop {
 
@@ -12,18 +14,18 @@ class FreedesktopAppearance : public platform::Appearance {
     Q_OBJECT
 public:
     FreedesktopAppearance();
+    ~FreedesktopAppearance() override;
 
     ColorScheme colorScheme() const override { return scheme; }
     bool reduceMotion() const override { return animationsOff || kdeAnimationsOff; }
     QColor accentColor() const override;
 
-private Q_SLOTS:
-    void settingChanged(const QDBusMessage& message);
-
 private:
+    void askPortal();
     void ask(const QString& group, const QString& key);
     void take(const QString& group, const QString& key, QVariant value);
 
+    std::unique_ptr<SettingsProxy> settings;
     ColorScheme toolkitScheme; // before our own palette is set
     ColorScheme scheme;
     QColor accent; // invalid when the user has chosen none

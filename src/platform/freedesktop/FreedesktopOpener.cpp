@@ -1,8 +1,9 @@
 #include "platform/freedesktop/FreedesktopOpener.h"
 
+#include "platform/dbus/FileManagerProxy.h"
+#include "platform/dbus/SessionBus.h"
+
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -62,12 +63,11 @@ Outcome<void> FreedesktopOpener::openSettings(platform::SettingsPage page) {
 }
 
 Outcome<void> FreedesktopOpener::reveal(const QString& path) {
-    QDBusMessage request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    request << QStringList(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)) << QString();
+    FileManagerProxy files(QStringLiteral("org.freedesktop.FileManager1"),
+                           QStringLiteral("/org/freedesktop/FileManager1"), dbus::sessionBus());
+    const QString address = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     auto [settler, outcome] = makeOutcome<void>();
-    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(request));
+    auto* watcher = new QDBusPendingCallWatcher(files.ShowItems({address}, QString()));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                      [path, settler = settler](QDBusPendingCallWatcher* done) {
                          // A file manager that can't show one file can show its folder.

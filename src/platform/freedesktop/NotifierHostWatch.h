@@ -2,9 +2,12 @@
 // with it. Both may come late, go and come back. Asks without ever waiting. Main thread.
 #pragma once
 
+#include "platform/dbus/NotifierWatcherProxy.h"
+
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
+#include <memory>
 
 namespace marrowfin::freedesktop {
 
@@ -29,12 +32,14 @@ Q_SIGNALS:
     // Also when a watcher was replaced by another one: items register anew.
     void changed();
 
-private Q_SLOTS:
-    void ask();
-
 private:
+    void begin();
+    void ask();
+    void askWatcher(const QString& owner, int number);
+    void heard(const QDBusError& error, bool hasHost, int number);
     void setHost(Host host);
 
+    std::unique_ptr<NotifierWatcherProxy> watcher;
     QDBusServiceWatcher services;
     Host current = Host::Unknown;
     int latestQuestion = 0;

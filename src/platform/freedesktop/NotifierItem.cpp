@@ -1,10 +1,10 @@
 #include "platform/freedesktop/NotifierItem.h"
 
+#include "platform/dbus/NotifierWatcherProxy.h"
+#include "platform/dbus/SessionBus.h"
 #include "platform/freedesktop/NotifierHostWatch.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
 
 namespace marrowfin::freedesktop {
 
@@ -18,20 +18,17 @@ NotifierItem::NotifierItem(Click click) : click(std::move(click)) {
     service = QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
                   .arg(QCoreApplication::applicationPid())
                   .arg(++itemsMade);
-    QDBusConnection bus = QDBusConnection::sessionBus();
+    QDBusConnection bus = dbus::sessionBus();
     bus.registerObject(itemPath, this,
                        QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots |
                            QDBusConnection::ExportAllSignals);
     bus.registerService(service);
-    QDBusMessage introduction =
-        QDBusMessage::createMethodCall(notifierWatcherService, notifierWatcherPath, notifierWatcherService,
-                                       QStringLiteral("RegisterStatusNotifierItem"));
-    introduction << service;
-    bus.send(introduction);
+    NotifierWatcherProxy(notifierWatcherService, notifierWatcherPath, bus)
+        .RegisterStatusNotifierItem(service);
 }
 
 NotifierItem::~NotifierItem() {
-    QDBusConnection bus = QDBusConnection::sessionBus();
+    QDBusConnection bus = dbus::sessionBus();
     bus.unregisterObject(itemPath);
     // What tells the watcher that the item is gone.
     bus.unregisterService(service);

@@ -17,6 +17,7 @@ libc = ctypes.CDLL(None, use_errno=True)
 PACKAGES = {
     "Xvfb": "xvfb",
     "dbus-daemon": "dbus",
+    "dbus-send": "dbus-bin",
     "ibus": "ibus",
     "ibus-daemon": "ibus",
     "openbox": "openbox",

@@ -11,6 +11,7 @@ namespace {
 constexpr std::uint16_t shift = 1;
 constexpr std::uint16_t lock = 2;
 constexpr std::uint16_t mod2 = 1 << 4;
+constexpr std::uint16_t mod3 = 1 << 5;
 constexpr std::uint16_t mod4 = 1 << 6;
 constexpr std::uint16_t mod5 = 1 << 7;
 
@@ -61,9 +62,25 @@ TEST(KeyboardOf, FindsTheModifiersByWhatTheirKeysDo) {
     EXPECT_EQ(map.super, mod4);
     EXPECT_EQ(map.numLock, mod2);
     EXPECT_EQ(map.scrollLock, 0);
-    // A layout whose fifth modifier the scroll lock key locks.
-    EXPECT_NE(keyboardOfLayout("us", "scroll:mod3").scrollLock, 0);
     EXPECT_EQ(keyboardOfLayout("us", "altwin:swap_alt_win").super, mod4);
+}
+
+// No common layout has one; users add it.
+TEST(KeyboardOf, FindsAScrollLockThatLocks) {
+    xkb_context* context = xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES);
+    xkb_keymap* keymap = xkb_keymap_new_from_string(context,
+                                                    "xkb_keymap {"
+                                                    "xkb_keycodes { include \"evdev\" };"
+                                                    "xkb_types { include \"complete\" };"
+                                                    "xkb_compat { include \"complete\" };"
+                                                    "xkb_symbols { include \"pc+us\""
+                                                    " modifier_map Mod3 { Scroll_Lock }; };"
+                                                    "};",
+                                                    XKB_KEYMAP_FORMAT_TEXT_V1, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    ASSERT_NE(keymap, nullptr);
+    EXPECT_EQ(keyboardOf(keymap).scrollLock, mod3);
+    xkb_keymap_unref(keymap);
+    xkb_context_unref(context);
 }
 
 TEST(KeyboardOf, WithoutAKeymapHasWhatEveryCommonKeyboardHas) {

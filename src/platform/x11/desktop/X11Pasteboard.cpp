@@ -2,6 +2,7 @@
 
 #include "imaging/ImageReader.h"
 #include "platform/x11/desktop/ClipboardHandOver.h"
+#include "platform/x11/desktop/ClipboardReader.h"
 #include "platform/x11/desktop/OfferedImage.h"
 
 #include <QClipboard>
@@ -37,21 +38,6 @@ struct X11Pasteboard::Write {
 
 namespace {
 
-// Lossless first; nothing that isn't pixels.
-const QStringList readableTypes{QStringLiteral("image/png"),  QStringLiteral("image/bmp"),
-                                QStringLiteral("image/tiff"), QStringLiteral("image/webp"),
-                                QStringLiteral("image/jpeg"), QStringLiteral("image/gif")};
-
-// The best form that the clipboard's owner gives us; empty when there is none.
-QByteArray offeredImageBytes(const QMimeData& data) {
-    const QStringList offered = data.formats();
-    for (const QString& type : readableTypes)
-        if (offered.contains(type))
-            if (QByteArray bytes = data.data(type); !bytes.isEmpty())
-                return bytes;
-    return {};
-}
-
 std::optional<Image> decoded(const QByteArray& bytes) {
     Result<Image> image = marrowfin::imaging::readImage(bytes);
     if (!image || image->isNull())
@@ -62,10 +48,11 @@ std::optional<Image> decoded(const QByteArray& bytes) {
 } // namespace
 
 X11Pasteboard::X11Pasteboard(const Connection& connection)
-    : connection(connection), decoding(QStringLiteral("io.tessaly.marrowfin.pasteboard"),
-                                       SerialQueue::QualityOfService::UserInitiated) {}
+    : connection(connection), reading(QStringLiteral("io.tessaly.marrowfin.pasteboard"),
+                                      SerialQueue::QualityOfService::UserInitiated) {}
 
 X11Pasteboard::~X11Pasteboard() {
+    ending->store(true);
     supersedePendingWrite();
 }
 
@@ -117,16 +104,15 @@ Outcome<std::optional<Image>> X11Pasteboard::readImage() {
     using Found = std::optional<Image>;
     if (pending)
         return settled<Found>(pending->image.isNull() ? Found() : Found(pending->image));
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    if (!data)
-        return settled<Found>(std::nullopt);
-    if (const auto* ours = qobject_cast<const OfferedImage*>(data))
-        return settled<Found>(ours->image());
-    const QByteArray bytes = offeredImageBytes(*data);
-    if (bytes.isEmpty())
-        return settled<Found>(std::nullopt);
+    if (ownsClipboard(connection)) {
+        const auto* ours = qobject_cast<const OfferedImage*>(QGuiApplication::clipboard()->mimeData());
+        return settled<Found>(ours ? Found(ours->image()) : Found());
+    }
     auto [settler, outcome] = makeOutcome<Found>();
-    decoding.async([settler = settler, bytes] { settler.settle(decoded(bytes)); });
+    reading.async([settler = settler, ending = ending, display = Connection::qtDisplayName()] {
+        const QByteArray bytes = readClipboardImage(display, [ending] { return ending->load(); });
+        settler.settle(bytes.isEmpty() ? Found() : decoded(bytes));
+    });
     return outcome;
 }
 

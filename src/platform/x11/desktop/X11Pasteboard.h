@@ -1,7 +1,7 @@
 // The clipboard through QClipboard. What we offer of an image is its one PNG encoding; pixels in other forms
 // are made only when a program asks for them. At most one write is under way (its encoding is awaited, or the
-// server's time): a later call takes its place. Main thread; decoding of what others offer runs on a queue of
-// its own.
+// server's time): a later call takes its place. Main thread; what others offer is read and decoded on a
+// queue of its own.
 #pragma once
 
 #include "platform/Pasteboard.h"
@@ -9,6 +9,7 @@
 #include "base/SerialQueue.h"
 #include "platform/x11/server/Connection.h"
 
+#include <atomic>
 #include <memory>
 
 class QMimeData;
@@ -35,7 +36,9 @@ private:
     const Connection& connection;
     // Set from the call until the contents are on the clipboard.
     std::shared_ptr<Write> pending;
-    SerialQueue decoding;
+    // Waits for other programs, over a connection of its own; what it finds is decoded there too.
+    SerialQueue reading;
+    const std::shared_ptr<std::atomic<bool>> ending = std::make_shared<std::atomic<bool>>(false);
 };
 
 } // namespace marrowfin::x11

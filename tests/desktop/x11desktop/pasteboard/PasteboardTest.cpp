@@ -1,5 +1,6 @@
 // What other programs find on the clipboard, and what we find of theirs.
 #include "desktop/x11desktop/support/Copier.h"
+#include "desktop/x11desktop/support/PlayedOwner.h"
 #include "platform/x11/desktop/ClipboardHandOver.h"
 #include "platform/x11/desktop/X11Pasteboard.h"
 
@@ -169,6 +170,27 @@ TEST_F(Pasteboard, hostileBytesAndTextAreNoImage) {
     const OtherOwner other(textType, "words");
     ASSERT_TRUE(othersOffer(*connection, QStringLiteral("text/plain")));
     EXPECT_EQ(readBack(pasteboard), std::nullopt);
+}
+
+// Our own work goes on meanwhile, and in the end there is no picture.
+TEST_F(Pasteboard, ownersWithoutMannersAreGivenUp) {
+    for (const Manners manners : {Manners::Silent, Manners::ListOnly, Manners::Drips}) {
+        const PlayedOwner owner(manners);
+        const Outcome<std::optional<Image>> read = pasteboard.readImage();
+        EXPECT_FALSE(read.isSettled()) << "it waited for the owner " << int(manners);
+        const Result<std::optional<Image>> found = await(read);
+        ASSERT_TRUE(found) << found.error().message.toStdString();
+        EXPECT_EQ(*found, std::nullopt);
+    }
+}
+
+TEST_F(Pasteboard, anOwnerIsNotWaitedForAtTheEnd) {
+    const PlayedOwner owner(Manners::Silent);
+    auto ending = std::make_unique<X11Pasteboard>(*connection);
+    const Outcome<std::optional<Image>> read = ending->readImage();
+    ending.reset();
+    const Result<std::optional<Image>> found = await(read);
+    EXPECT_TRUE(!found || *found == std::nullopt);
 }
 
 TEST_F(Pasteboard, withoutAManagerTheContentsGoWithTheProgram) {
