@@ -1,5 +1,6 @@
 // Process entry: hands the desktop that it was started on to the Runtime, which does the rest.
 #include "app/Runtime.h"
+#include "base/LostReaders.h"
 #include "base/Memory.h"
 #include "session/Session.h"
 #include "session/WindowSystem.h"
@@ -30,6 +31,7 @@ Result<app::OpenDesktop> openDesktop(app::DesktopRequest request) {
 
 int main(int argc, char** argv) {
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    outliveReaders();
     giveLargeMemoryBack();
     app::RuntimeOptions options;
     if (argc > 0)

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/CaptureCommands.h"
+#include "app/Introductions.h"
 #include "app/ShortcutManager.h"
 #include "app/StatusBarController.h"
 #include "app/StatusIcon.h"
@@ -36,6 +37,7 @@ Flow<> AppDelegate::launch() {
     });
     makeCommands();
     makeStatusItem();
+    introduceCards();
     shortcuts = std::make_unique<ShortcutManager>(*table);
     co_await shortcuts->registerHotKeys();
     // While the alert is up the free hot keys work already.

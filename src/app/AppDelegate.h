@@ -37,6 +37,8 @@ public:
 
     // Clipboard first, then what the settings say. One capture at a time.
     void routeCapture(const imaging::Image& image);
+    // What still waits for its turn, at the end of the program.
+    void finishCaptures(Clipboard clipboard) { delivery.finish(clipboard); }
 
     capture::ScreenCaptureManager* captureManager() const { return manager.get(); }
     commands::CommandTable* commandTable() const { return table.get(); }

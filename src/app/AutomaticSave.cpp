@@ -1,10 +1,7 @@
 #include "app/AutomaticSave.h"
 
-#include "base/AtomicFile.h"
 #include "base/Clock.h"
-#include "base/SerialQueue.h"
-#include "base/Shared.h"
-#include "imaging/ImageFormat.h"
+#include "imaging/CaptureFile.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 #include "settings/SettingsStore.h"
@@ -16,42 +13,6 @@ namespace marrowfin::app {
 using namespace imaging;
 using namespace settings;
 
-namespace {
-
-enum class SaveResult { Written, NotWritten, NoFolder, NotEncoded };
-
-struct SavingQueue {
-    SerialQueue queue{QStringLiteral("io.tessaly.marrowfin.saving"),
-                      SerialQueue::QualityOfService::UserInitiated};
-};
-
-struct Saving {
-    Image image;
-    QString folder;
-    QString name;
-    ImageFormat format = ImageFormat::png;
-    double quality = 0;
-};
-
-SaveResult save(const Saving& saving) {
-    if (!QDir().mkpath(saving.folder))
-        return SaveResult::NoFolder;
-    const std::optional<QByteArray> bytes = encodeImage(saving.image, saving.format, saving.quality);
-    if (!bytes)
-        return SaveResult::NotEncoded;
-    const QString path = QDir(saving.folder).filePath(saving.name);
-    return writeFileAtomically(path, *bytes) ? SaveResult::Written : SaveResult::NotWritten;
-}
-
-Outcome<SaveResult> saveOnQueue(Saving saving) {
-    auto [settler, outcome] = makeOutcome<SaveResult>();
-    Shared<SavingQueue>::instance().queue.async(
-        [saving = std::move(saving), settler = settler] { settler.settle(save(saving)); });
-    return outcome;
-}
-
-} // namespace
-
 QString automaticSaveName(const QDateTime& time, const QString& extension) {
     // Built from numbers: a date format of the user's locale would bring its own digits.
     const QDateTime gmt = time.toUTC();
@@ -59,24 +20,34 @@ QString automaticSaveName(const QDateTime& time, const QString& extension) {
     return QStringLiteral("Marrowfin %1.%2").arg(stamp, extension);
 }
 
-Flow<Result<QString>> saveCaptureToFile(Image image) {
+std::optional<QString> automaticSaveFolder() {
     const std::optional<QString> pictures = platform::services().folders.pictures();
-    if (!pictures)
-        co_return failure(QStringLiteral("There is no Pictures folder."));
+    return pictures ? std::optional(QDir(*pictures).filePath(QStringLiteral("Marrowfin"))) : std::nullopt;
+}
+
+Outcome<QString> saveAutomatically(const Image& image) {
+    const std::optional<QString> folder = automaticSaveFolder();
+    if (!folder)
+        return settled<QString>(failure(QStringLiteral("There is no Pictures folder.")));
     const SettingsStore& settings = SettingsStore::shared();
-    Saving saving;
-    saving.image = image;
-    saving.folder = QDir(*pictures).filePath(QStringLiteral("Marrowfin"));
-    saving.format = settings.saveFormat();
-    saving.quality = settings.jpegQuality();
-    saving.name = automaticSaveName(Clock::now(), fileExtension(saving.format));
-    const QString path = QDir(saving.folder).filePath(saving.name);
-    const Result<SaveResult> result = co_await saveOnQueue(std::move(saving));
-    if (result == SaveResult::NoFolder || result == SaveResult::NotEncoded)
-        platform::services().opener.beep();
-    if (result != SaveResult::Written)
-        co_return failure(QStringLiteral("The capture couldn't be saved."));
-    co_return path;
+    CaptureFile file;
+    file.image = image;
+    file.format = settings.saveFormat();
+    file.quality = settings.jpegQuality();
+    file.path = QDir(*folder).filePath(automaticSaveName(Clock::now(), fileExtension(file.format)));
+    file.missingFolder = MissingFolder::IsMade;
+    file.manners = {FileAppears::OnceWritten, FileAccess::AsUsual};
+    auto [settler, outcome] = makeOutcome<QString>();
+    writeCapture(file).then([settler = settler, path = file.path](const Result<qint64>& written) {
+        if (!written && written.error().kind == Error::Kind::Failed && !cameToWriting(written.error()))
+            platform::services().opener.beep();
+        settler.settle(written.map([&](qint64) { return path; }));
+    });
+    return outcome;
+}
+
+void saveCaptureToFile(const Image& image) {
+    static_cast<void>(saveAutomatically(image));
 }
 
 } // namespace marrowfin::app

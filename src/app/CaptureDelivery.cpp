@@ -4,14 +4,16 @@
 #include "app/CaptureOutput.h"
 #include "base/Log.h"
 #include "base/Memory.h"
+#include "base/Patience.h"
 #include "history/CaptureHistory.h"
 #include "panel/CapturePanelController.h"
-#include "platform/Pasteboard.h"
-#include "platform/Services.h"
+#include "platform/Clipboard.h"
 #include "settings/SettingsStore.h"
 
-#include <QPointer>
+#include <QCoreApplication>
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 namespace marrowfin::app {
 
@@ -21,6 +23,11 @@ using namespace imaging;
 using namespace panel;
 using namespace platform;
 using namespace settings;
+
+namespace {
+// A disk that hangs must keep no capture from the clipboard, and no card from the screen.
+constexpr std::chrono::seconds patienceWithTheDisk{1};
+} // namespace
 
 void CaptureDelivery::attach(const Image& image, CaptureTicket ticket) {
     tickets.emplace_back(image, std::move(ticket));
@@ -37,7 +44,9 @@ std::optional<CaptureTicket> CaptureDelivery::takeTicket(const Image& image) {
 }
 
 void CaptureDelivery::receive(const Image& image) {
-    waiting.push_back({image, takeTicket(image)});
+    // One encoding serves the history file, the clipboard and drag-out; it began when the frame arrived, and
+    // the history's own queue waits for it: what keeps the main thread busy doesn't delay the file.
+    waiting.push_back({image, takeTicket(image), CaptureHistory::shared().saveAsync(image)});
     if (sink == Sink::Open)
         flows.start(drain());
 }
@@ -62,10 +71,10 @@ Flow<> CaptureDelivery::drain() {
 }
 
 Flow<> CaptureDelivery::deliver(Arrival arrival) {
-    // One encoding serves the history file, the clipboard and drag-out; it began when the frame arrived, and
-    // the history's own queue waits for it: what keeps the main thread busy doesn't delay the file.
-    const Result<std::optional<QString>> saved = co_await CaptureHistory::shared().saveAsync(arrival.image);
     const QString output = arrival.ticket ? arrival.ticket->output : QString();
+    underWay = Unrouted{arrival.image, output};
+    const Outcome<std::optional<QString>> inTime = within(patienceWithTheDisk, arrival.saved);
+    const Result<std::optional<QString>> saved = co_await inTime;
     Result<CommandResult> went = co_await route(arrival.image, output);
     if (!arrival.ticket)
         co_return;
@@ -77,7 +86,10 @@ Flow<> CaptureDelivery::deliver(Arrival arrival) {
 Flow<Result<CommandResult>> CaptureDelivery::route(Image image, QString output) {
     CommandResult went;
     went.imageSize = realPixelSize(image).value_or(QSize());
-    went.onClipboard = co_await copyToClipboard(image);
+    went.onClipboard = co_await offer(image);
+    if (finished)
+        co_return failure(QStringLiteral("The program ends."), Error::Kind::Dropped);
+    underWay.reset();
     if (output.isEmpty()) {
         went.savedFile = co_await obeySettings(image);
         co_return went;
@@ -89,9 +101,8 @@ Flow<Result<CommandResult>> CaptureDelivery::route(Image image, QString output) 
     co_return went;
 }
 
-Flow<bool> CaptureDelivery::copyToClipboard(Image image) {
-    services().pasteboard.clearContents();
-    const Result<void> written = co_await services().pasteboard.writeImage(image);
+Flow<bool> CaptureDelivery::offer(Image image) {
+    const Result<void> written = co_await copyToClipboard(image);
     // A desktop that went away ends the program, and says so itself.
     if (!written && written.error().kind != Error::Kind::Dropped)
         logLine(QStringLiteral("[Marrowfin] clipboard: ") + written.error().message);
@@ -104,14 +115,31 @@ Flow<QString> CaptureDelivery::obeySettings(Image image) {
         co_return QString();
     QString path;
     if (action == PostCaptureAction::saveToFile) {
-        const Result<QString> saved = co_await saveCaptureToFile(image);
+        const Outcome<QString> inTime = within(patienceWithTheDisk, saveAutomatically(image));
+        const Result<QString> saved = co_await inTime;
         path = saved.value_or(QString());
     }
-    CapturePanelController::shared().present(image, [self = QPointer(this)](const Image& edited) {
-        if (self)
-            self->flows.start(saveCaptureToFile(edited));
-    });
+    CapturePanelController::shared().present(image, saveCaptureToFile);
     co_return path;
+}
+
+void CaptureDelivery::finish(Clipboard clipboard) {
+    // What was published and not yet received.
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    finished = true;
+    std::vector<Unrouted> left;
+    if (underWay)
+        left.push_back(*std::exchange(underWay, std::nullopt));
+    for (const Arrival& arrival : std::exchange(waiting, {}))
+        left.push_back({arrival.image, arrival.ticket ? arrival.ticket->output : QString()});
+    if (!left.empty() && clipboard == Clipboard::Works)
+        copyToClipboard(left.back().image);
+    const bool savesAll = SettingsStore::shared().postCaptureAction() == PostCaptureAction::saveToFile;
+    for (const Unrouted& capture : left)
+        if (!capture.output.isEmpty())
+            writeOutput(capture.image, capture.output);
+        else if (savesAll)
+            saveCaptureToFile(capture.image);
 }
 
 } // namespace marrowfin::app

@@ -19,6 +19,8 @@ struct CaptureTicket {
     Settler<commands::CommandResult> settler;
 };
 
+enum class Clipboard { Works, IsGone };
+
 class CaptureDelivery : public QObject {
     Q_OBJECT
 public:
@@ -29,6 +31,9 @@ public:
     void open();
     // Clipboard first, then the output, or what the settings say. Failed when the output couldn't be written.
     Flow<Result<commands::CommandResult>> route(imaging::Image image, QString output);
+    // At the end of the program: captures that still wait for their turn reach the clipboard and are asked to
+    // become the files that routing would make of them, without a card. Returns at once.
+    void finish(Clipboard clipboard);
 
 Q_SIGNALS:
     // A capture has been through history and routing.
@@ -38,17 +43,24 @@ private:
     struct Arrival {
         imaging::Image image;
         std::optional<CaptureTicket> ticket;
+        Outcome<std::optional<QString>> saved; // into the history
+    };
+    struct Unrouted {
+        imaging::Image image;
+        QString output;
     };
     std::optional<CaptureTicket> takeTicket(const imaging::Image& image);
     Flow<> drain();
     Flow<> deliver(Arrival arrival);
-    Flow<bool> copyToClipboard(imaging::Image image);
+    Flow<bool> offer(imaging::Image image);
     // The path of the automatic save; empty where there is none.
     Flow<QString> obeySettings(imaging::Image image);
 
     enum class Sink { Closed, Open, Draining };
     Sink sink = Sink::Closed;
     std::deque<Arrival> waiting;
+    std::optional<Unrouted> underWay; // until the clipboard has it
+    bool finished = false;
     std::vector<std::pair<imaging::Image, CaptureTicket>> tickets; // of images that weren't received yet
     FlowScope flows;
 };

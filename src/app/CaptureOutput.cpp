@@ -1,9 +1,6 @@
 #include "app/CaptureOutput.h"
 
-#include "base/AtomicFile.h"
-#include "base/SerialQueue.h"
-#include "base/Shared.h"
-#include "imaging/ImageFormat.h"
+#include "imaging/CaptureFile.h"
 #include "settings/SettingsStore.h"
 
 #include <QFileInfo>
@@ -13,35 +10,24 @@ namespace marrowfin::app {
 using namespace imaging;
 using namespace settings;
 
-namespace {
-
-struct OutputQueue {
-    SerialQueue queue{QStringLiteral("io.tessaly.marrowfin.output"),
-                      SerialQueue::QualityOfService::UserInitiated};
-};
-
-ImageFormat formatOf(const QString& path) {
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    return suffix == u"jpg" || suffix == u"jpeg" ? ImageFormat::jpeg : ImageFormat::png;
-}
-
-Result<void> write(const Image& image, const QString& path, double quality) {
-    const std::optional<QByteArray> bytes = encodeImage(image, formatOf(path), quality);
-    if (!bytes)
-        return failure(QStringLiteral("The image could not be encoded."));
-    const Result<void> written = writeFileAtomically(path, *bytes);
-    if (!written)
-        return failure(QStringLiteral("%1 could not be written: %2").arg(path, written.error().message));
-    return {};
-}
-
-} // namespace
-
 Outcome<void> writeOutput(const Image& image, const QString& path) {
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    CaptureFile file;
+    file.image = image;
+    file.path = path;
+    file.format = suffix == u"jpg" || suffix == u"jpeg" ? ImageFormat::jpeg : ImageFormat::png;
+    file.quality = SettingsStore::shared().jpegQuality();
+    file.manners.access = FileAccess::AsUsual;
     auto [settler, outcome] = makeOutcome<void>();
-    const double quality = SettingsStore::shared().jpegQuality();
-    Shared<OutputQueue>::instance().queue.async(
-        [image, path, quality, settler = settler] { settler.settle(write(image, path, quality)); });
+    writeCapture(file).then([settler = settler, path](const Result<qint64>& written) {
+        if (written)
+            settler.settle({});
+        else if (cameToWriting(written.error()))
+            settler.settle(
+                failure(QStringLiteral("%1 could not be written: %2").arg(path, written.error().message)));
+        else
+            settler.settle(tl::unexpected(written.error()));
+    });
     return outcome;
 }
 

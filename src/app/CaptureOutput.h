@@ -1,5 +1,5 @@
-// Writes a capture to the file that was asked for by name. Called on the main thread; encoding and writing
-// happen on a queue of their own.
+// Writes a capture to the file that was asked for by name. Called on the main thread; the file is
+// written on its folder's queue.
 #pragma once
 
 #include "base/Outcome.h"

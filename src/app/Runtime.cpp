@@ -2,8 +2,8 @@
 
 #include "app/AppDelegate.h"
 #include "app/ApplicationStyle.h"
+#include "app/FileHousekeeping.h"
 #include "app/TerminationSignals.h"
-#include "base/AtomicFile.h"
 #include "base/Corrections.h"
 #include "base/Log.h"
 #include "base/Shared.h"
@@ -19,6 +19,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <chrono>
+#include <cstdlib>
 #include <unistd.h>
 
 namespace marrowfin::app {
@@ -27,6 +28,9 @@ using namespace history;
 using namespace settings;
 
 namespace {
+
+// How long a disk that hangs may keep the process.
+constexpr std::chrono::seconds patienceWithTheDisk{5};
 
 void logCorrections() {
     const QStringList active = Corrections::activeNames();
@@ -85,7 +89,8 @@ Result<void> Runtime::open() {
         // An accessory program: it never quits with a window.
         QApplication::setQuitOnLastWindowClosed(false);
     }
-    Result<OpenDesktop> opened = options.openDesktop({options.busName, desktopLost});
+    Result<OpenDesktop> opened =
+        options.openDesktop({options.busName, [this](const QString& line) { desktopLost(line); }});
     if (!opened)
         return tl::unexpected(opened.error());
     desktop.emplace(*std::move(opened));
@@ -125,6 +130,7 @@ std::optional<int> Runtime::runMode(LaunchMode which) {
 
 int Runtime::runApplication() {
     logCorrections();
+    clearLeftovers();
     delegate = std::make_unique<AppDelegate>();
     terminationSignals = std::make_unique<TerminationSignals>();
     QObject::connect(terminationSignals.get(), &TerminationSignals::received, application.get(),
@@ -132,7 +138,10 @@ int Runtime::runApplication() {
     QTimer::singleShot(0, delegate.get(), [this] { delegate->applicationDidFinishLaunching(); });
     const int left = QApplication::exec();
     delegate->applicationWillTerminate();
+    delegate->finishCaptures(Clipboard::Works);
     desktop->services.pasteboard.handOver();
+    if (!finishFiles(patienceWithTheDisk))
+        std::_Exit(status.value_or(left)); // destructors would wait for the disk
     return status.value_or(left);
 }
 
@@ -159,10 +168,10 @@ void Runtime::end() {
 // What was captured is worth more than the desktop that went away: it reaches the disk, and nothing is left
 // half-written. No destructor runs, because windows can't be touched any more.
 void Runtime::desktopLost(const QString& line) {
-    using namespace std::chrono_literals;
     logLine(line);
-    CaptureHistory::finishSaves();
-    finishWrites(5s);
+    if (delegate)
+        delegate->finishCaptures(Clipboard::IsGone);
+    finishFiles(patienceWithTheDisk);
     ::_exit(1);
 }
 

@@ -36,7 +36,7 @@ private:
     std::optional<int> runMode(LaunchMode which);
     int runApplication();
     void end();
-    [[noreturn]] static void desktopLost(const QString& line);
+    [[noreturn]] void desktopLost(const QString& line);
 
     RuntimeOptions options;
     int argumentCount = 1;

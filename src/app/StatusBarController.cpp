@@ -1,6 +1,7 @@
 #include "app/StatusBarController.h"
 
 #include "app/CaptureMenu.h"
+#include "app/Introductions.h"
 #include "editor/EditorWindowController.h"
 #include "pin/PinManager.h"
 #include "platform/Pasteboard.h"
@@ -81,7 +82,7 @@ Flow<Result<CommandResult>> StatusBarController::withClipboardImage(UseOfImage u
 }
 
 void StatusBarController::openEditor(const Image& image) {
-    editorWindows.push_back(EditorWindowController::make(image));
+    editorWindows.push_back(makeEditor(image));
     editorWindows.back()->showWindow();
 }
 

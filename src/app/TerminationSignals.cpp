@@ -21,6 +21,11 @@ void handle(int signalNumber, void (*handler)(int)) {
     action.sa_flags = SA_RESTART;
     ::sigaction(signalNumber, &action, nullptr);
 }
+
+bool isIgnored(int signalNumber) {
+    struct sigaction action = {};
+    return ::sigaction(signalNumber, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
 } // namespace
 
 TerminationSignals::TerminationSignals() {
@@ -36,11 +41,16 @@ TerminationSignals::TerminationSignals() {
     });
     handle(SIGTERM, wake);
     handle(SIGINT, wake);
+    // Whoever starts us with nohup wants us to outlive the terminal.
+    if (!isIgnored(SIGHUP))
+        handle(SIGHUP, wake);
 }
 
 TerminationSignals::~TerminationSignals() {
     handle(SIGTERM, SIG_DFL);
     handle(SIGINT, SIG_DFL);
+    if (!isIgnored(SIGHUP))
+        handle(SIGHUP, SIG_DFL);
     notifier.reset();
     for (int& end : pipeEnds) {
         if (end >= 0)

@@ -1,4 +1,5 @@
-// SIGTERM and SIGINT as a Qt signal on the main thread, so that they end the program the way "Quit" does.
+// SIGTERM, SIGINT and SIGHUP as a Qt signal on the main thread, so that they end the program the way "Quit"
+// does.
 #pragma once
 
 #include <QObject>

@@ -4,11 +4,10 @@
 #include <QFileInfo>
 #include <cerrno>
 #include <condition_variable>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <mutex>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -50,46 +49,6 @@ Result<QString> endOfLinks(const QString& path) {
     return at;
 }
 
-// The temporary neighbour: gone at the end unless it took its final name.
-class Neighbour {
-public:
-    explicit Neighbour(const QString& target)
-        : name(QFile::encodeName(QFileInfo(target).absolutePath() + QStringLiteral("/.marrowfin.XXXXXX"))),
-          descriptor(::mkostemp(name.data(), O_CLOEXEC)) {}
-    ~Neighbour() {
-        if (descriptor < 0)
-            return;
-        ::close(descriptor);
-        if (!renamed)
-            ::unlink(name.constData());
-    }
-    Neighbour(const Neighbour&) = delete;
-    Neighbour& operator=(const Neighbour&) = delete;
-
-    bool isOpen() const { return descriptor >= 0; }
-    bool write(const QByteArray& bytes) const {
-        for (qsizetype done = 0; done < bytes.size();) {
-            const ssize_t n =
-                ::write(descriptor, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-            if (n < 0 && errno != EINTR)
-                return false;
-            done += n > 0 ? n : 0;
-        }
-        return true;
-    }
-    // Some file systems can't, and say EINVAL; that is no reason to lose the file.
-    bool flush() const { return ::fsync(descriptor) == 0 || errno == EINVAL; }
-    bool becomes(const QString& target) {
-        renamed = ::rename(name.constData(), QFile::encodeName(target).constData()) == 0;
-        return renamed;
-    }
-
-private:
-    QByteArray name;
-    int descriptor;
-    bool renamed = false;
-};
-
 // Nothing when the name is free or an ordinary file that may be replaced.
 int obstacleAt(const QString& path) {
     const QByteArray name = QFile::encodeName(path);
@@ -103,28 +62,46 @@ int obstacleAt(const QString& path) {
     return ::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) == 0 ? 0 : errno;
 }
 
+// A file that is replaced keeps its mode, unless the new one is its owner's alone.
+std::optional<mode_t> modeToKeep(const QString& path, FileAccess access) {
+    struct stat found {};
+    if (access == FileAccess::OwnerOnly || ::stat(QFile::encodeName(path).constData(), &found) != 0)
+        return std::nullopt;
+    return found.st_mode & 0777;
+}
+
+bool fill(const DraftFile& draft, const QByteArray& bytes, std::optional<mode_t> mode, FileAppears appears) {
+    return draft.write(bytes) && (!mode || draft.setMode(*mode)) &&
+           (appears == FileAppears::OnceWritten || draft.flush());
+}
+
 } // namespace
 
-Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes, FileAppears appears) {
+Result<void> writeFileAtomically(const QString& path, const QByteArray& bytes, FileManners manners) {
     const UnderWay counted;
     const Result<QString> target = endOfLinks(path);
     if (!target)
         return tl::unexpected(target.error());
     if (const int obstacle = obstacleAt(*target))
         return systemFailure(obstacle);
-    Neighbour file(*target);
-    if (!file.isOpen() || !file.write(bytes))
-        return systemFailure(errno);
-    if (appears == FileAppears::OnceOnDisk && !file.flush())
-        return systemFailure(errno);
-    if (!file.becomes(*target))
+    const std::optional<mode_t> mode = modeToKeep(*target, manners.access);
+    DraftFile nameless(*target, DraftFile::Place::Nameless, manners.access);
+    if (nameless.isOpen()) {
+        if (!fill(nameless, bytes, mode, manners.appears))
+            return systemFailure(errno);
+        if (nameless.becomes(*target))
+            return {};
+    }
+    // This file system has no nameless files, or can't name them.
+    DraftFile neighbour(*target, DraftFile::Place::HiddenNeighbour, manners.access);
+    if (!neighbour.isOpen() || !fill(neighbour, bytes, mode, manners.appears) || !neighbour.becomes(*target))
         return systemFailure(errno);
     return {};
 }
 
-void finishWrites(std::chrono::milliseconds patience) {
+bool finishWrites(std::chrono::milliseconds patience) {
     std::unique_lock hold(writesLock);
-    writesChanged.wait_for(hold, patience, [] { return writesUnderWay == 0; });
+    return writesChanged.wait_for(hold, patience, [] { return writesUnderWay == 0; });
 }
 
 void flushToDisk(const QString& path) {

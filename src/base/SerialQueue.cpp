@@ -19,6 +19,7 @@ struct SerialQueue::Worker {
     std::deque<std::function<void()>> blocks;
     std::thread thread;
     std::atomic<std::thread::id> id;
+    bool running = false; // a block
     bool finishing = false;
 
     void run() {
@@ -32,10 +33,12 @@ struct SerialQueue::Worker {
                 return;
             std::function<void()> block = std::move(blocks.front());
             blocks.pop_front();
+            running = true;
             hold.unlock();
             block();
             block = nullptr; // what it holds goes before the next wait
             hold.lock();
+            running = false;
         }
     }
 };
@@ -89,6 +92,29 @@ void SerialQueue::sync(const std::function<void()>& block) {
     });
     std::unique_lock hold(lock);
     done.wait(hold, [&] { return finished; });
+}
+
+bool SerialQueue::finish(std::chrono::milliseconds patience) {
+    MARROWFIN_INVARIANT(!isCurrent());
+    {
+        const std::lock_guard hold(worker->lock);
+        if (!worker->running && worker->blocks.empty())
+            return true;
+    }
+    struct Finish {
+        std::mutex lock;
+        std::condition_variable reached;
+        bool isReached = false;
+    };
+    // Whoever waits may have gone by the time that it is reached.
+    const auto finish = std::make_shared<Finish>();
+    async([finish] {
+        const std::lock_guard hold(finish->lock);
+        finish->isReached = true;
+        finish->reached.notify_one();
+    });
+    std::unique_lock hold(finish->lock);
+    return finish->reached.wait_for(hold, patience, [&] { return finish->isReached; });
 }
 
 bool SerialQueue::isCurrent() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -25,6 +26,9 @@ public:
     void async(std::function<void()> block);
     // Returns when the block has run. Must not be called from the queue itself.
     void sync(const std::function<void()>& block);
+    // Waits until all that is queued now has run, no longer than this; false when the time was up. Must not
+    // be called from the queue itself.
+    bool finish(std::chrono::milliseconds patience);
     // True on the queue's own thread.
     bool isCurrent() const;
 

@@ -12,8 +12,7 @@
 #include "editor/ColorPanel.h"
 #include "editor/SaveSheet.h"
 #include "editor/StatusChipView.h"
-#include "platform/Pasteboard.h"
-#include "platform/Services.h"
+#include "platform/Clipboard.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -195,9 +194,7 @@ void EditorRootView::copyPressed() {
     const Image image = flattened();
     if (image.isNull())
         return;
-    platform::Pasteboard& pasteboard = platform::services().pasteboard;
-    pasteboard.clearContents();
-    pasteboard.writeImage(image);
+    platform::copyToClipboard(image);
     if (onCopy)
         onCopy();
 }

@@ -4,7 +4,6 @@
 #include "base/Memory.h"
 #include "base/Shared.h"
 #include "editor/EditorRootView.h"
-#include "pin/PinManager.h"
 #include "platform/Screens.h"
 #include "platform/Services.h"
 
@@ -18,7 +17,6 @@
 namespace marrowfin::editor {
 
 using namespace imaging;
-using namespace pin;
 
 namespace {
 
@@ -67,8 +65,10 @@ QSize editorWindowSize(const QSizeF& imageSize) {
     return wanted.expandedTo(minimumEditorWindowSize).boundedTo(maximumFirstEditorWindowSize);
 }
 
-std::shared_ptr<EditorWindowController> EditorWindowController::make(const Image& image) {
+std::shared_ptr<EditorWindowController> EditorWindowController::make(const Image& image,
+                                                                     const EditorRequests& requests) {
     std::shared_ptr<EditorWindowController> made(new EditorWindowController(image));
+    made->connectRootView(requests);
     allOpen().list.push_back(made);
     return made;
 }
@@ -80,7 +80,6 @@ const std::vector<std::shared_ptr<EditorWindowController>>& EditorWindowControll
 EditorWindowController::EditorWindowController(const Image& image)
     : original(image), frame(std::make_unique<QWidget>()) {
     buildWindow();
-    connectRootView();
 }
 
 EditorWindowController::~EditorWindowController() = default;
@@ -98,10 +97,10 @@ void EditorWindowController::buildWindow() {
     frame->installEventFilter(this);
 }
 
-void EditorWindowController::connectRootView() {
+void EditorWindowController::connectRootView(const EditorRequests& requests) {
     root->onSave = [](const QString& path) { printLine(QStringLiteral("Saved to ") + path); };
     root->onCopy = [] { printLine(QStringLiteral("Copied to clipboard")); };
-    root->onPin = [](const Image& flattened) { PinManager::shared().pin(flattened); };
+    root->onPin = requests.pin;
 }
 
 void EditorWindowController::showWindow() {

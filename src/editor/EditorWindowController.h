@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSize>
 #include <QSizeF>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -21,11 +22,17 @@ QSize editorWindowSize(const QSizeF& imageSize);
 constexpr QSize minimumEditorWindowSize{760, 520};
 constexpr QSize maximumFirstEditorWindowSize{1280, 900};
 
+// What an editor asks of the rest of the program, which hands it in.
+struct EditorRequests {
+    std::function<void(const imaging::Image& flattened)> pin;
+};
+
 class EditorWindowController : public QObject, public std::enable_shared_from_this<EditorWindowController> {
     Q_OBJECT
 public:
     // Builds the window, not shown yet, and enters the list of open editors.
-    static std::shared_ptr<EditorWindowController> make(const imaging::Image& image);
+    static std::shared_ptr<EditorWindowController> make(const imaging::Image& image,
+                                                        const EditorRequests& requests = {});
     ~EditorWindowController() override;
 
     // The list, in the order of making.
@@ -50,7 +57,7 @@ protected:
 private:
     explicit EditorWindowController(const imaging::Image& image);
     void buildWindow();
-    void connectRootView();
+    void connectRootView(const EditorRequests& requests);
     void leaveOpenEditors();
 
     imaging::Image original;

@@ -1,9 +1,8 @@
 #include "editor/SaveSheet.h"
 
-#include "base/AtomicFile.h"
 #include "base/Clock.h"
-#include "base/SerialQueue.h"
 #include "base/Shared.h"
+#include "imaging/CaptureFile.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 
@@ -21,8 +20,6 @@ using namespace imaging;
 namespace {
 
 struct Saving {
-    SerialQueue queue{QStringLiteral("io.tessaly.marrowfin.editor.saving"),
-                      SerialQueue::QualityOfService::UserInitiated};
     // Where the last file went; none before the first.
     QString lastFolder;
 };
@@ -35,15 +32,16 @@ QString startFolder() {
     return pictures && QFileInfo(*pictures).isDir() ? *pictures : QDir::homePath();
 }
 
-void write(const Image& image, const QString& path, std::function<void(const QString&)> written) {
+void write(const Image& image, const QString& path, const std::function<void(const QString&)>& written) {
     Shared<Saving>::instance().lastFolder = QFileInfo(path).absolutePath();
-    Shared<Saving>::instance().queue.async([image, path, written = std::move(written)] {
-        const QByteArray png = image.png();
-        if (png.isEmpty())
-            return;
-        // The settled behaviour: nobody is told when this fails.
-        (void)writeFileAtomically(path, png);
-        postToMain([written, path] { written(path); });
+    CaptureFile file;
+    file.image = image;
+    file.path = path;
+    file.manners.access = FileAccess::AsUsual;
+    writeCapture(file).then([written, path](const Result<qint64>& result) {
+        // The settled behaviour: nobody is told when the file can't be written.
+        if (result || cameToWriting(result.error()))
+            written(path);
     });
 }
 

@@ -1,5 +1,5 @@
 // The save dialog of an editor: asks where, then writes the image there. It returns at once and never waits
-// in an event loop of its own. Main thread; encoding and writing happen on queues.
+// in an event loop of its own. Main thread; the file is written on its folder's queue.
 #pragma once
 
 #include "imaging/Image.h"

@@ -6,6 +6,7 @@
 #include "base/Log.h"
 #include "base/Shared.h"
 #include "history/CaptureName.h"
+#include "imaging/CaptureFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -94,25 +95,40 @@ Outcome<std::optional<QString>> CaptureHistory::saveAsync(const Image& image) {
     return outcome;
 }
 
-void CaptureHistory::finishSaves() {
-    if (Shared<CaptureHistory>::exists())
-        shared().queue.sync([] {});
+bool CaptureHistory::finishSaves(std::chrono::milliseconds patience) {
+    return !Shared<CaptureHistory>::exists() || shared().queue.finish(patience);
 }
 
 QStringList CaptureHistory::list() const {
-    QStringList paths;
-    queue.sync([&] { paths = read(); });
-    return paths;
+    return read();
+}
+
+Outcome<QStringList> CaptureHistory::listAsync() const {
+    auto [settler, outcome] = makeOutcome<QStringList>();
+    listing.async([this, settler = settler] { settler.settle(read()); });
+    return outcome;
 }
 
 void CaptureHistory::clearAll() {
-    queue.sync([this] {
-        if (!QFileInfo(folder).isDir())
-            QFile::remove(folder);
-        else
-            QDir(folder).removeRecursively();
-        static_cast<void>(makePrivateFolder(folder));
+    queue.sync([this] { clear(); });
+}
+
+Outcome<void> CaptureHistory::clearAllAsync() {
+    auto [settler, outcome] = makeOutcome<void>();
+    queue.async([this, settler = settler] {
+        clear();
+        settler.settle({});
     });
+    return outcome;
+}
+
+void CaptureHistory::clear() {
+    if (!QFileInfo(folder).isDir())
+        QFile::remove(folder);
+    else
+        QDir(folder).removeRecursively();
+    static_cast<void>(makePrivateFolder(folder));
+    QMetaObject::invokeMethod(this, &CaptureHistory::changed, Qt::QueuedConnection);
 }
 
 std::optional<qint64> CaptureHistory::birthTime(const QString& path) {
@@ -124,17 +140,20 @@ std::optional<qint64> CaptureHistory::birthTime(const QString& path) {
     return found.stx_btime.tv_sec * nanosecondsPerSecond + found.stx_btime.tv_nsec;
 }
 
-std::optional<QString> CaptureHistory::write(const Image& image) const {
-    const QByteArray bytes = image.png();
-    if (bytes.isEmpty())
-        return std::nullopt;
-    const QString path = folder + u'/' + makeCaptureName(Clock::now()).fileName();
-    if (const Result<void> written = writeFileAtomically(path, bytes, FileAppears::OnceWritten); !written) {
-        printLine(QStringLiteral("Failed to save history: ") + written.error().message);
+std::optional<QString> CaptureHistory::write(const Image& image) {
+    CaptureFile file;
+    file.image = image;
+    file.path = folder + u'/' + makeCaptureName(Clock::now()).fileName();
+    file.manners.appears = FileAppears::OnceWritten;
+    const Result<qint64> written = writeCaptureNow(file);
+    if (!written) {
+        if (cameToWriting(written.error()))
+            printLine(QStringLiteral("Failed to save history: ") + written.error().message);
         return std::nullopt;
     }
-    trim();
-    return path;
+    trim(file.path);
+    QMetaObject::invokeMethod(this, &CaptureHistory::changed, Qt::QueuedConnection);
+    return file.path;
 }
 
 QStringList CaptureHistory::read() const {
@@ -150,8 +169,11 @@ QStringList CaptureHistory::read() const {
     return paths;
 }
 
-void CaptureHistory::trim() const {
-    const QStringList paths = read();
+void CaptureHistory::trim(const QString& justWritten) const {
+    QStringList paths = read();
+    // Where files are dated in the future the new one is the oldest; it stays all the same.
+    if (paths.removeOne(justWritten))
+        paths.prepend(justWritten);
     for (qsizetype index = maxHistoryItems; index < paths.size(); ++index)
         removeItem(paths[index]);
 }

@@ -2,22 +2,19 @@
 
 #include "base/Memory.h"
 #include "base/Shared.h"
-#include "editor/EditorWindowController.h"
 #include "panel/PanelLayout.h"
 #include "panel/ScreenChoice.h"
-#include "pin/PinManager.h"
-#include "platform/Pasteboard.h"
+#include "platform/Clipboard.h"
 #include "platform/Screens.h"
 #include "platform/Services.h"
 #include "settings/SettingsStore.h"
 
+#include <QPointer>
 #include <algorithm>
 
 namespace marrowfin::panel {
 
-using namespace editor;
 using namespace imaging;
-using namespace pin;
 using namespace settings;
 
 using chrome::TimingFunction;
@@ -105,12 +102,16 @@ void CapturePanelController::dismissAll(Animated animated) {
 }
 
 void CapturePanelController::openEditor(const Image& image) {
-    openedEditors.push_back(EditorWindowController::make(image));
-    EditorWindowController* editor = openedEditors.back().get();
-    connect(editor, &EditorWindowController::windowWillClose, this, [this, editor] {
-        std::erase_if(openedEditors, [editor](const auto& one) { return one.get() == editor; });
+    if (!requests.makeEditor)
+        return;
+    const auto opened = std::make_shared<CardEditor>();
+    const QPointer<CapturePanelController> self(this);
+    *opened = requests.makeEditor(image, [self, weak = std::weak_ptr(opened)] {
+        if (self)
+            std::erase(self->openedEditors, weak.lock());
     });
-    editor->showWindow();
+    openedEditors.push_back(opened);
+    opened->show();
 }
 
 void CapturePanelController::panelHoverChanged(bool entered, const CapturePanel* panel) {
@@ -181,11 +182,7 @@ PanelActions CapturePanelController::actionsFor(const std::weak_ptr<Entry>& weak
     };
     PanelActions actions;
     // These two leave the card where it is, so a card that is already fading does them as well.
-    actions.copy = [image] {
-        platform::Pasteboard& pasteboard = platform::services().pasteboard;
-        pasteboard.clearContents();
-        pasteboard.writeImage(image);
-    };
+    actions.copy = [image] { platform::copyToClipboard(image); };
     actions.save = [weak, image] {
         if (const std::shared_ptr<Entry> entry = weak.lock(); entry && entry->onSave)
             entry->onSave(image);
@@ -195,7 +192,8 @@ PanelActions CapturePanelController::actionsFor(const std::weak_ptr<Entry>& weak
         dismiss(entry.panel.get(), Animated::Yes);
     });
     actions.pin = ifUp([this, image](Entry& entry) {
-        PinManager::shared().pin(image);
+        if (requests.pin)
+            requests.pin(image);
         dismiss(entry.panel.get(), Animated::Yes);
     });
     actions.close = ifUp([this](Entry& entry) { dismiss(entry.panel.get(), Animated::Yes); });

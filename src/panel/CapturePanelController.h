@@ -5,6 +5,7 @@
 #include "base/Flow.h"
 #include "chrome/Delay.h"
 #include "panel/CapturePanel.h"
+#include "panel/CardRequests.h"
 
 #include <QObject>
 #include <cstdint>
@@ -12,10 +13,6 @@
 #include <memory>
 #include <optional>
 #include <vector>
-
-namespace marrowfin::editor {
-class EditorWindowController;
-}
 
 namespace marrowfin::platform {
 struct Screen;
@@ -42,6 +39,9 @@ public:
     CapturePanelController();
     ~CapturePanelController() override;
 
+    // Before the first card: without it there are no editors and no pins.
+    void setRequests(CardRequests handedIn) { requests = std::move(handedIn); }
+
     // Puts up a card on the pointer's screen; nothing when there is no screen.
     void present(const imaging::Image& image, SaveHandler onSave);
     // Every card that is up, oldest first, on all displays.
@@ -56,9 +56,7 @@ public:
     // In a window in front, with the keyboard.
     void openEditor(const imaging::Image& image);
     // Those opened here, until their window closes.
-    const std::vector<std::shared_ptr<editor::EditorWindowController>>& editors() const {
-        return openedEditors;
-    }
+    const std::vector<std::shared_ptr<CardEditor>>& editors() const { return openedEditors; }
 
     void panelHoverChanged(bool entered, const CapturePanel* panel);
     void panelDragBegan(const CapturePanel* panel);
@@ -90,7 +88,8 @@ private:
 
     std::vector<std::shared_ptr<Entry>> entries;
     std::vector<std::shared_ptr<Entry>> leaving;
-    std::vector<std::shared_ptr<editor::EditorWindowController>> openedEditors;
+    std::vector<std::shared_ptr<CardEditor>> openedEditors;
+    CardRequests requests;
     FlowScope flows;
 };
 

@@ -1,9 +1,9 @@
 // The PNG file that a card is dragged out as. Its name is chosen when the card is made, the file written in
-// the background from the image's one encoding. Every failure is silent: then there is no file. Main thread;
-// the writing runs on a queue of its own.
+// the background from the image's one encoding. Every failure is silent: then there is no file. Main
+// thread; the writing runs on the folder's queue.
 #pragma once
 
-#include "imaging/Image.h"
+#include "imaging/CaptureFile.h"
 
 #include <QString>
 #include <QStringList>
@@ -31,6 +31,7 @@ public:
     bool isReady() const { return written; }
 
 private:
+    imaging::CaptureFile asked() const;
     void finish(qint64 bytes);
 
     imaging::Image image;
@@ -42,11 +43,6 @@ private:
     std::shared_ptr<DragExport*> life;
 };
 
-// Below the temporary folder, our own, not a link; another name where a stranger has taken that one. Made if
-// it isn't there.
-QString dragExportFolder();
-// Takes out what is older than an hour.
-void pruneDragExports(const QString& folder);
 // "Marrowfin 2026-11-21 at 10.41.37.png", with " 2", " 3" and so on before the dot while a file or another
 // card has the name.
 QString newDragExportPath(const QString& folder);

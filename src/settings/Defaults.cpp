@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,7 +24,8 @@ namespace {
 
 // A file of settings has a few hundred bytes; what is larger than this is something else.
 constexpr qint64 largestFile = 16 * 1024 * 1024;
-constexpr std::chrono::milliseconds lockPatience{2000};
+// Another holder needs a millisecond or two; the main thread waits no longer for one that was stopped.
+constexpr std::chrono::milliseconds lockPatience{50};
 
 QString fileOfShared;
 
@@ -136,7 +138,22 @@ void Defaults::setInteger(const QString& key, qint64 value) {
 }
 
 void Defaults::addInteger(const QString& key, qint64 amount) {
-    change(key, [&](const QJsonValue& now) { return QJsonValue(now.toInteger(0) + amount); });
+    change(key, [&](const QJsonValue& now) {
+        qint64 sum = 0;
+        if (__builtin_add_overflow(now.toInteger(0), amount, &sum))
+            sum = amount > 0 ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min();
+        return QJsonValue(sum);
+    });
+}
+
+bool Defaults::finishSets(std::chrono::milliseconds patience) {
+    return !Shared<Defaults>::exists() || shared().finish(patience);
+}
+
+bool Defaults::finish(std::chrono::milliseconds patience) {
+    if (!unsaved.isEmpty())
+        static_cast<void>(changeFile([](QJsonObject&) {}, patience));
+    return flushing.finish(patience);
 }
 
 void Defaults::change(const QString& key, const Change& change) {
@@ -144,7 +161,8 @@ void Defaults::change(const QString& key, const Change& change) {
         stored.insert(key, change(stored.value(key)));
         return;
     }
-    const Result<void> written = changeFile(key, change);
+    const Result<void> written =
+        changeFile([&](QJsonObject& values) { values.insert(key, change(values.value(key))); }, lockPatience);
     if (written) {
         lastComplaint.clear();
         return;
@@ -158,10 +176,11 @@ void Defaults::change(const QString& key, const Change& change) {
     lastComplaint = complaint;
 }
 
-Result<void> Defaults::changeFile(const QString& key, const Change& change) {
+Result<void> Defaults::changeFile(const std::function<void(QJsonObject&)>& change,
+                                  std::chrono::milliseconds patience) {
     if (Result<void> folder = makePrivateFolder(QFileInfo(path).absolutePath()); !folder)
         return folder;
-    const Result<FileLock> lock = FileLock::take(path + QStringLiteral(".lock"), lockPatience);
+    const Result<FileLock> lock = FileLock::take(path + QStringLiteral(".lock"), patience);
     if (!lock)
         return tl::unexpected(lock.error());
     Contents contents = readContents(path);
@@ -170,12 +189,15 @@ Result<void> Defaults::changeFile(const QString& key, const Change& change) {
     // What an earlier set could not write goes along; its key counts as this process knows it.
     for (auto each = unsaved.constBegin(); each != unsaved.constEnd(); ++each)
         contents.values.insert(each.key(), each.value());
-    contents.values.insert(key, change(contents.values.value(key)));
+    change(contents.values);
     if (contents.state == Contents::State::Unparsable)
         if (Result<void> moved = moveAside(path); !moved)
             return moved;
-    if (Result<void> written = writeFileAtomically(path, QJsonDocument(contents.values).toJson()); !written)
+    const QByteArray bytes = QJsonDocument(contents.values).toJson();
+    if (Result<void> written = writeFileAtomically(path, bytes, {.appears = FileAppears::OnceWritten});
+        !written)
         return written;
+    flushing.async([path = path] { flushToDisk(path); });
     stored = contents.values;
     unsaved = {};
     return {};

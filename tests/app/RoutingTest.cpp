@@ -2,16 +2,22 @@
 #include "AppFixture.h"
 
 #include "app/AutomaticSave.h"
-#include "base/AtomicFile.h"
+#include "app/FileHousekeeping.h"
 #include "base/Clock.h"
 #include "capture/ScreenCaptureManager.h"
+#include "editor/EditorRootView.h"
+#include "editor/EditorWindowController.h"
 #include "imaging/ImageReader.h"
+#include "pin/PinManager.h"
 
 #include <QDir>
 #include <QFile>
+#include <QWidget>
+#include <array>
 
 using namespace marrowfin;
 using namespace app;
+using namespace editor;
 using namespace history;
 using namespace imaging;
 using namespace panel;
@@ -95,11 +101,41 @@ TEST_F(RoutingTest, theCardsSaveGoesToTheSameFolderUnderTheSameRule) {
     ASSERT_EQ(cards(), 1u);
     controller.entryFor(controller.panels().front())->onSave(image);
     const QString name = QStringLiteral("Marrowfin 2026-11-15T20.16.03.jpg");
-    // While it is written, a hidden neighbour is there instead.
     ASSERT_TRUE(waitUntil([&] { return saves() == QStringList(name); }));
     QFile file(QDir(picturesFolder()).filePath(name));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), *encodeImage(image, ImageFormat::jpeg, 0.85));
+}
+
+TEST_F(RoutingTest, aCardOpensAnEditorAndBothPin) {
+    launch();
+    capture(picture());
+    CapturePanelController& controller = CapturePanelController::shared();
+    controller.openEditor(picture(Qt::cyan));
+    ASSERT_EQ(EditorWindowController::openEditors().size(), 1u);
+    EXPECT_EQ(controller.editors().size(), 1u);
+    const std::shared_ptr<EditorWindowController> editor = EditorWindowController::openEditors().front();
+    EXPECT_TRUE(editor->window()->isVisible());
+    editor->rootView()->pinPressed();
+    EXPECT_EQ(pin::PinManager::shared().pinnedWindows().size(), 1u);
+    editor->window()->close();
+    EXPECT_TRUE(controller.editors().empty());
+}
+
+TEST_F(RoutingTest, whatWaitsForItsTurnAtTheEndIsKept) {
+    launch();
+    SettingsStore::shared().setPostCaptureAction(PostCaptureAction::saveToFile);
+    int count = 0;
+    Clock::setNow(
+        [&count] { return QDateTime(QDate(2026, 11, 15), QTime(20, 16, 3), Qt::UTC).addSecs(count++); });
+    const std::array images{picture(Qt::red), picture(Qt::green), picture(Qt::blue)};
+    for (const Image& image : images)
+        delegate.captureManager()->setCapturedImage(image);
+    delegate.finishCaptures(Clipboard::Works);
+    EXPECT_TRUE(finishFiles(std::chrono::hours(1)));
+    EXPECT_EQ(CaptureHistory::shared().list().size(), 3);
+    EXPECT_EQ(saves().size(), 3);
+    EXPECT_EQ(desktop.pasteboard.image, images.back());
 }
 
 TEST_F(RoutingTest, theStampIsGMTWhateverTheTimeZone) {
@@ -110,7 +146,7 @@ TEST_F(RoutingTest, theStampIsGMTWhateverTheTimeZone) {
 
 TEST_F(RoutingTest, withoutAPicturesFolderASaveIsSilent) {
     desktop.folders.hasPictures = false;
-    const Outcome<QString> done = flows.start(saveCaptureToFile(picture()));
+    const Outcome<QString> done = saveAutomatically(picture());
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 0);
 }
@@ -127,7 +163,7 @@ TEST_F(RoutingTest, aFolderThatCantBeMadeBeepsAndTheCaptureGoesOn) {
 }
 
 TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
-    const Outcome<QString> done = flows.start(saveCaptureToFile(Image()));
+    const Outcome<QString> done = saveAutomatically(Image());
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 1);
     EXPECT_TRUE(saves().isEmpty());
@@ -136,7 +172,7 @@ TEST_F(RoutingTest, anImageThatCantBeEncodedBeepsAndLeavesNoFile) {
 TEST_F(RoutingTest, aFileThatCantBeWrittenIsSilent) {
     // A folder stands under the file's name.
     ASSERT_TRUE(QDir().mkpath(picturesFolder() + QStringLiteral("/Marrowfin 2026-11-15T20.16.03.png")));
-    const Outcome<QString> done = flows.start(saveCaptureToFile(picture()));
+    const Outcome<QString> done = saveAutomatically(picture());
     ASSERT_TRUE(waitUntil([&] { return done.isSettled(); }));
     EXPECT_EQ(desktop.opener.beeps, 0);
     EXPECT_TRUE(saves().isEmpty()) << "nothing half-written either";

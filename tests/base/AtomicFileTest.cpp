@@ -1,14 +1,19 @@
 #include "base/AtomicFile.h"
 
+#include "base/Leftovers.h"
 #include "support/BadWorld.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace marrowfin;
 
@@ -33,10 +38,27 @@ protected:
                    ? static_cast<int>(found.st_mode & 0777)
                    : -1;
     }
+    static bool aFileIsOpenIn(const QString& folder) {
+        const QString root = QFileInfo(folder).canonicalFilePath() + u'/';
+        const QFileInfoList open = QDir("/proc/self/fd").entryInfoList(QDir::AllEntries | QDir::System);
+        return std::any_of(open.begin(), open.end(),
+                           [&](const QFileInfo& one) { return one.symLinkTarget().startsWith(root); });
+    }
+    // A process that begins a file in the folder and is killed in the middle.
+    void beginAndDie(DraftFile::Place place) const {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const DraftFile draft(at("file"), place, FileAccess::OwnerOnly);
+            ::_exit(draft.isOpen() && draft.write("half") ? 0 : 1);
+        }
+        int status = -1;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        ASSERT_EQ(status, 0);
+    }
     void expectFailure(const QString& path, const QByteArray& bytes, const QString& why) const {
         const QStringList before = everything();
         for (const FileAppears appears : {FileAppears::OnceOnDisk, FileAppears::OnceWritten}) {
-            const Result<void> result = writeFileAtomically(path, bytes, appears);
+            const Result<void> result = writeFileAtomically(path, bytes, {.appears = appears});
             ASSERT_FALSE(result);
             EXPECT_EQ(result.error().message, why);
         }
@@ -59,9 +81,69 @@ TEST_F(AtomicFile, replacesAFileAsAWhole) {
     ASSERT_TRUE(writeFileAtomically(at("file"), QByteArray(100000, 'a')));
     QFile stillOpen(at("file"));
     ASSERT_TRUE(stillOpen.open(QIODevice::ReadOnly));
-    ASSERT_TRUE(writeFileAtomically(at("file"), "b", FileAppears::OnceWritten));
+    ASSERT_TRUE(writeFileAtomically(at("file"), "b", {.appears = FileAppears::OnceWritten}));
     EXPECT_EQ(contentOf(at("file")), "b");
     EXPECT_EQ(stillOpen.readAll(), QByteArray(100000, 'a')); // who read the old one goes on reading it
+    EXPECT_EQ(everything(), QStringList("file"));
+}
+
+// As it would be if the program had been started with another umask.
+class AtomicFileUmask : public AtomicFile {
+protected:
+    AtomicFileUmask() : before(::umask(027)) {}
+    ~AtomicFileUmask() override { ::umask(before); }
+    static constexpr FileManners asUsual{FileAppears::OnceOnDisk, FileAccess::AsUsual};
+    mode_t before;
+};
+
+TEST_F(AtomicFileUmask, whatTheUserSavesIsReadableAsNewFilesAre) {
+    ASSERT_TRUE(writeFileAtomically(at("new"), "x", asUsual));
+    EXPECT_EQ(modeOf(at("new")), 0640);
+    ASSERT_TRUE(writeFileAtomically(at("ours"), "x"));
+    EXPECT_EQ(modeOf(at("ours")), 0600);
+}
+
+TEST_F(AtomicFileUmask, whatTheUserReplacesKeepsItsMode) {
+    ASSERT_TRUE(writeFileAtomically(at("shared"), "old", asUsual));
+    ::chmod(QFile::encodeName(at("shared")).constData(), 0664);
+    ASSERT_TRUE(writeFileAtomically(at("shared"), "new", asUsual));
+    EXPECT_EQ(modeOf(at("shared")), 0664);
+    EXPECT_EQ(contentOf(at("shared")), "new");
+    ASSERT_TRUE(writeFileAtomically(at("shared"), "ours"));
+    EXPECT_EQ(modeOf(at("shared")), 0600);
+}
+
+TEST_F(AtomicFile, aProcessThatIsKilledLeavesNothingWhereFilesMayBeNameless) {
+    beginAndDie(DraftFile::Place::Nameless);
+    EXPECT_EQ(everything(), QStringList());
+}
+
+TEST_F(AtomicFile, whatAKilledProcessLeftElsewhereIsClearedAwayAndNothingElse) {
+    beginAndDie(DraftFile::Place::HiddenNeighbour);
+    EXPECT_EQ(everything().size(), 1);
+    const QString living = QStringLiteral(".marrowfin.%1.1").arg(::getppid());
+    for (const QString& name : {living, QStringLiteral(".marrowfin.of.the.user"), QStringLiteral("file")})
+        ASSERT_TRUE(writeFileAtomically(at(name), "x"));
+    // Of a predecessor that had our own process id, and of ours.
+    const QString predecessors = QStringLiteral(".marrowfin.%1.1").arg(::getpid());
+    const QString ours = QStringLiteral(".marrowfin.%1.2").arg(::getpid());
+    ASSERT_TRUE(writeFileAtomically(at(predecessors), "x") && writeFileAtomically(at(ours), "x"));
+    QFile aged(at(predecessors));
+    ASSERT_TRUE(aged.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(aged.setFileTime(QDateTime::currentDateTime().addDays(-1), QFile::FileModificationTime));
+    removeDeadDrafts(root.path());
+    EXPECT_FALSE(everything().contains(predecessors));
+    EXPECT_TRUE(QFile::remove(at(ours)));
+    EXPECT_EQ(everything(), QStringList({living, ".marrowfin.of.the.user", "file"}));
+}
+
+TEST_F(AtomicFile, aNeighbourTakesItsNameToo) {
+    for (const char* bytes : {"first", "second"}) {
+        DraftFile draft(at("file"), DraftFile::Place::HiddenNeighbour, FileAccess::OwnerOnly);
+        ASSERT_TRUE(draft.write(bytes) && draft.flush() && draft.becomes(at("file")));
+        EXPECT_EQ(contentOf(at("file")), bytes);
+    }
+    { const DraftFile unused(at("other"), DraftFile::Place::HiddenNeighbour, FileAccess::OwnerOnly); }
     EXPECT_EQ(everything(), QStringList("file"));
 }
 
@@ -154,12 +236,12 @@ TEST_F(AtomicFile, aFullDiskLeavesTheOldFile) {
     EXPECT_EQ(contentOf(at("old")), "old");
 }
 
-TEST_F(AtomicFile, whatIsBeingWrittenIsWaitedForAndThenLeavesNoNeighbour) {
+TEST_F(AtomicFile, whatIsBeingWrittenIsWaitedForAndThenThereUnderItsNameAlone) {
     const QByteArray large(64 << 20, 'x');
     std::thread writer([&] { EXPECT_TRUE(writeFileAtomically(at("large"), large)); });
-    while (everything().isEmpty())
+    while (!aFileIsOpenIn(root.path()))
         std::this_thread::yield();
-    finishWrites(std::chrono::minutes(1));
+    EXPECT_TRUE(finishWrites(std::chrono::minutes(1)));
     EXPECT_EQ(everything(), QStringList("large"));
     writer.join();
 }

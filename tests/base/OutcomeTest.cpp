@@ -1,6 +1,7 @@
 #include "base/Outcome.h"
 
 #include "base/Flow.h"
+#include "base/Patience.h"
 #include "support/EventLoop.h"
 
 #include <QCoreApplication>
@@ -44,6 +45,13 @@ TEST(Outcome, aSettledOneLetsACoroutineGoOnAtOnce) {
     Story story;
     story.flows.start(awaitAndTell(settled<int>(3), &story));
     EXPECT_EQ(story.lines, std::vector<QString>{"3"});
+}
+
+TEST(Outcome, isAwaitedNoLongerThanTold) {
+    auto [settler, outcome] = makeOutcome<int>();
+    EXPECT_FALSE(test::awaited(within(std::chrono::milliseconds(1), outcome)));
+    settler.settle(5);
+    EXPECT_EQ(test::awaited(within(std::chrono::hours(1), settled<int>(7))), Result<int>(7));
 }
 
 TEST(Outcome, neverResumesFromInsideSettle) {

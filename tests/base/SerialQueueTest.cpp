@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <pthread.h>
 #include <thread>
 #include <vector>
@@ -39,6 +40,27 @@ TEST(SerialQueue, syncReturnsWhenTheBlockHasRun) {
     queue.async([&] { value = 1; });
     queue.sync([&] { value *= 10; });
     EXPECT_EQ(value, 10);
+}
+
+TEST(SerialQueue, finishingWaitsForWhatIsQueued) {
+    SerialQueue queue("test");
+    EXPECT_TRUE(queue.finish(std::chrono::milliseconds(0))) << "nothing was asked of it";
+    int count = 0;
+    for (int i = 0; i < 5; ++i)
+        queue.async([&] { ++count; });
+    EXPECT_TRUE(queue.finish(std::chrono::hours(1)));
+    EXPECT_EQ(count, 5);
+}
+
+TEST(SerialQueue, finishingGivesUpOnABlockThatHangs) {
+    SerialQueue queue("test");
+    std::mutex disk;
+    {
+        const std::lock_guard hangs(disk);
+        queue.async([&] { const std::lock_guard hold(disk); });
+        EXPECT_FALSE(queue.finish(std::chrono::milliseconds(1)));
+    }
+    EXPECT_TRUE(queue.finish(std::chrono::hours(1)));
 }
 
 TEST(SerialQueue, allBlocksRunOnOneThreadThatIsNotTheCallers) {

@@ -151,8 +151,8 @@ class ALateTray(Story):
 class TheEnd(Story):
     settings = COPY_ONLY
 
-    def test_sigterm_and_sigint_give_the_keys_back(self):
-        for number in (signal.SIGTERM, signal.SIGINT):
+    def test_sigterm_sigint_and_sighup_give_the_keys_back(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             with self.subTest(signal=number):
                 self.start_program()
                 self.assertEqual(self.program.stop(number), 0)

@@ -6,16 +6,20 @@
 #include "support/BadWorld.h"
 #include "support/EventLoop.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <atomic>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 using namespace marrowfin;
@@ -240,6 +244,74 @@ TEST_F(History, trimGoesOnAfterAnItemThatCannotBeDeletedAndTriesItAgain) {
     EXPECT_EQ(history.list().size(), 100);
 }
 
+TEST_F(History, amongFilesDatedInTheFutureTheNewOneStaysAndTheNextOldestGoes) {
+    CaptureHistory history(folder(), [](const QString& path) {
+        return nameOf(path).startsWith("capture_") ? 1000 * second : nameOf(path).toLongLong() * second;
+    });
+    for (int i = 0; i < 100; ++i)
+        putFile(QString::number(2000 + i));
+    const std::optional<QString> saved = history.save(picture());
+    ASSERT_TRUE(saved);
+    EXPECT_TRUE(QFileInfo::exists(*saved));
+    EXPECT_FALSE(QFileInfo::exists(folder() + "/2000"));
+    EXPECT_EQ(history.list().size(), 100);
+}
+
+TEST_F(History, changesAreTold) {
+    CaptureHistory history(folder());
+    int changes = 0;
+    QObject::connect(&history, &CaptureHistory::changed, [&] {
+        EXPECT_TRUE(isMainThread());
+        ++changes;
+    });
+    ASSERT_TRUE(*test::awaited(history.saveAsync(picture())));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 1);
+    ASSERT_TRUE(test::awaited(history.clearAllAsync()));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 2);
+    static_cast<void>(history.save(Image()));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 2) << "nothing came and nothing went";
+}
+
+TEST_F(History, aListingWaitsForNoSave) {
+    // The save is held up where it trims; a slow disk or an encoding hold it up likewise.
+    std::mutex disk;
+    std::atomic<bool> saving{true};
+    CaptureHistory history(folder(), [&](const QString&) {
+        if (!isMainThread() && saving.exchange(false)) {
+            const std::lock_guard wait(disk);
+        }
+        return std::optional(1 * second);
+    });
+    putFile("a.png");
+    std::unique_lock slow(disk);
+    const Outcome<std::optional<QString>> saved = history.saveAsync(picture());
+    while (saving)
+        std::this_thread::yield();
+    EXPECT_EQ(history.list().size(), 2);
+    EXPECT_EQ(test::awaited(history.listAsync())->size(), 2);
+    EXPECT_FALSE(saved.isSettled());
+    slow.unlock();
+    EXPECT_TRUE(*test::awaited(saved));
+}
+
+TEST_F(History, anEndDoesNotWaitForADiskThatHangs) {
+    CaptureHistory::useFolder(folder());
+    std::mutex disk;
+    std::unique_lock slow(disk);
+    Shared<CaptureHistory>::replace(std::make_unique<CaptureHistory>(folder(), [&](const QString&) {
+        const std::lock_guard wait(disk);
+        return std::optional(1 * second);
+    }));
+    const Outcome<std::optional<QString>> saved = CaptureHistory::shared().saveAsync(picture());
+    EXPECT_FALSE(CaptureHistory::finishSaves(std::chrono::milliseconds(1)));
+    slow.unlock();
+    EXPECT_TRUE(CaptureHistory::finishSaves(std::chrono::hours(1)));
+    EXPECT_TRUE(*test::awaited(saved));
+}
+
 TEST_F(History, clearAllLeavesAnEmptyFolder) {
     CaptureHistory history(folder());
     history.save(picture());
@@ -376,11 +448,11 @@ TEST_F(History, whatWasAskedForBeforeTheEndIsOnDisk) {
 
 TEST_F(History, anEndWithoutDestructorsFindsOnDiskWhatWasAskedFor) {
     CaptureHistory::useFolder(folder());
-    CaptureHistory::finishSaves();
+    EXPECT_TRUE(CaptureHistory::finishSaves(std::chrono::hours(1)));
     EXPECT_FALSE(QFileInfo::exists(folder())) << "where nothing was captured nothing is made";
     for (int i = 0; i < 5; ++i)
         static_cast<void>(CaptureHistory::shared().saveAsync(picture(0xff336699U, {1200, 900})));
-    CaptureHistory::finishSaves();
+    EXPECT_TRUE(CaptureHistory::finishSaves(std::chrono::hours(1)));
     EXPECT_EQ(visibleFiles().size(), 5);
     EXPECT_EQ(everything().size(), 5) << "no temporary neighbour either";
 }

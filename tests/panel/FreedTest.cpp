@@ -100,7 +100,7 @@ TEST_F(Freed, WhicheverWayACardLeaves) {
     expectFreed("opened", [&](CapturePanel* panel) {
         clickAt(panel->content(), onCard(120, 80));
         ASSERT_EQ(controller().editors().size(), 1u);
-        const std::weak_ptr<EditorWindowController> editor = controller().editors()[0];
+        const std::weak_ptr<EditorWindowController> editor = editorAt(0);
         editor.lock()->window()->close();
         EXPECT_TRUE(fake::waitUntil([&] { return editor.expired(); }));
     });

@@ -4,8 +4,10 @@
 #include "base/Log.h"
 #include "base/Shared.h"
 #include "chrome/AnimationClock.h"
+#include "editor/EditorWindowController.h"
 #include "panel/CapturePanelController.h"
 #include "panel/PanelLayout.h"
+#include "pin/PinManager.h"
 #include "platform/fake/FakeDesktop.h"
 #include "settings/Defaults.h"
 #include "settings/HintCounters.h"
@@ -22,6 +24,8 @@ protected:
     PanelFixture() {
         settings::Defaults::useFile(QString());
         chrome::AnimationClock::shared().hold();
+        controller().setRequests(
+            {makeEditor, [](const imaging::Image& image) { pin::PinManager::shared().pin(image); }});
     }
     ~PanelFixture() override { SharedObjects::destroyAll(); }
 
@@ -40,6 +44,18 @@ protected:
     CapturePanel* present(const imaging::Image& image = capture()) {
         controller().present(image, [this](const imaging::Image& saved) { savedImages.push_back(saved); });
         return controller().panels().empty() ? nullptr : controller().panels().back();
+    }
+    static CardEditor makeEditor(const imaging::Image& image, const std::function<void()>& windowWillClose) {
+        const std::shared_ptr<editor::EditorWindowController> made =
+            editor::EditorWindowController::make(image);
+        editor::EditorWindowController* controller = made.get();
+        QObject::connect(controller, &editor::EditorWindowController::windowWillClose, windowWillClose);
+        return {made, [controller] { controller->showWindow(); }};
+    }
+    // The editor that was opened from a card as this one of those still open.
+    std::shared_ptr<editor::EditorWindowController> editorAt(std::size_t index) {
+        return std::static_pointer_cast<editor::EditorWindowController>(
+            controller().editors().at(index)->controller);
     }
     CapturePanelController& controller() { return CapturePanelController::shared(); }
     void pass(double seconds) {

@@ -1,5 +1,6 @@
 #include "settings/Defaults.h"
 
+#include "base/Shared.h"
 #include "settings/SettingsFixture.h"
 #include "support/BadWorld.h"
 
@@ -100,6 +101,7 @@ TEST_F(DefaultsFile, processesThatSetAtOnceLoseNothing) {
             Defaults defaults(file());
             for (int i = 0; i < sets; ++i)
                 defaults.setInteger(QString("key %1 %2").arg(child).arg(i), i);
+            defaults.finish(std::chrono::minutes(1));
             _exit(0);
         }
     for (const pid_t pid : children)
@@ -276,6 +278,31 @@ TEST_F(DefaultsFile, aHolderOfTheLockThatWasStoppedDoesNotStopUs) {
     ::close(holder);
     defaults.setBool("showCursor", false);
     EXPECT_EQ(inFile(), (QJsonObject{{"historyRetentionDays", 7}, {"showCursor", false}}));
+}
+
+TEST_F(DefaultsFile, whatALockKeptBackIsWrittenAtTheEnd) {
+    QDir().mkpath(folder());
+    const int holder = ::open(QFile::encodeName(file() + ".lock").constData(), O_RDWR | O_CREAT, 0600);
+    ASSERT_EQ(::flock(holder, LOCK_EX), 0);
+    Defaults::useFile(file());
+    testing::internal::CaptureStderr();
+    Defaults::shared().setBool("showCursor", false);
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(inFile(), QJsonObject());
+    ::close(holder);
+    EXPECT_TRUE(Defaults::finishSets(std::chrono::hours(1)));
+    EXPECT_EQ(inFile(), (QJsonObject{{"showCursor", false}}));
+    SharedObjects::destroyAll();
+    Defaults::useFile({});
+}
+
+TEST_F(DefaultsFile, aCounterAtTheEndOfItsRangeStaysThere) {
+    put(R"({"top":9223372036854775807,"bottom":-9223372036854775808})");
+    Defaults defaults(file());
+    defaults.addInteger("top", 1);
+    defaults.addInteger("bottom", -1);
+    EXPECT_EQ(defaults.integerForKey("top"), std::numeric_limits<qint64>::max());
+    EXPECT_EQ(defaults.integerForKey("bottom"), std::numeric_limits<qint64>::min());
 }
 
 TEST_F(DefaultsFile, numbersThatJsonCannotHoldReadAsTheDefault) {

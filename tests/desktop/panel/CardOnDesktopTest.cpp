@@ -13,6 +13,7 @@
 
 namespace marrowfin {
 
+using namespace editor;
 using namespace imaging;
 using namespace panel;
 using namespace pin;
@@ -24,6 +25,9 @@ constexpr std::uint32_t windowColor = 0x2040A0;
 class CardOnDesktop : public CardsTest {
 protected:
     std::size_t opened() { return controller().editors().size(); }
+    EditorWindowController& openedEditor() {
+        return *qobject_cast<EditorWindowController*>(controller().editors().front()->controller.get());
+    }
     // One step every 20 ms from the event loop, so that it also goes on inside a drag's own loop.
     void play(std::vector<std::function<void()>> steps) {
         auto* timer = new QTimer(&player);
@@ -113,7 +117,7 @@ TEST_F(CardOnDesktop, TakesNoFocusWhenItComesAndIsHoveredAndAClickGivesItToTheEd
     EXPECT_EQ(other.focus(), window);
     other.click(onScreen(panel, 120, 100));
     EXPECT_TRUE(desk::waitFor([&] { return opened() == 1; }));
-    EXPECT_TRUE(desk::waitFor([&] { return controller().editors().front()->window()->isActiveWindow(); }));
+    EXPECT_TRUE(desk::waitFor([&] { return openedEditor().window()->isActiveWindow(); }));
     EXPECT_EQ(other.buttonPresses(), 0);
 }
 

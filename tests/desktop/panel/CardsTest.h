@@ -2,6 +2,7 @@
 // Points of a card are its own (y up), those of the screen native pixels.
 #pragma once
 
+#include "app/Introductions.h"
 #include "desktop/x11surfaces/SessionTest.h"
 #include "panel/CapturePanelController.h"
 #include "panel/PanelLayout.h"
@@ -20,6 +21,7 @@ protected:
         ASSERT_NO_FATAL_FAILURE(SessionTest::SetUp());
         settings::Defaults::useFile(QString());
         settings::SettingsStore::shared().setPanelAutoClose(settings::PanelAutoClose::never);
+        app::introduceCards();
         other.movePointer({600, 60});
     }
     void TearDown() override {

@@ -1,7 +1,8 @@
 /* Preloaded into a program: a disk that is slow to take anything. A write below $SLOW_FOLDER waits for as long as the
-   file $SLOW_WHILE is there; everything else is untouched. */
+   file $SLOW_WHILE is there, and says so by making $SLOW_WHILE.waiting; everything else is untouched. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -19,6 +20,14 @@ static int isBelow(int fd, const char* folder) {
     return strncmp(path, folder, strlen(folder)) == 0;
 }
 
+static void sayWaiting(const char* gate) {
+    char path[4096];
+    snprintf(path, sizeof path, "%s.waiting", gate);
+    const int fd = open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    if (fd >= 0)
+        close(fd);
+}
+
 ssize_t write(int fd, const void* data, size_t count) {
     static ssize_t (*real)(int, const void*, size_t);
     if (!real)
@@ -26,6 +35,8 @@ ssize_t write(int fd, const void* data, size_t count) {
     const char* folder = getenv("SLOW_FOLDER");
     const char* gate = getenv("SLOW_WHILE");
     if (folder && gate && isBelow(fd, folder)) {
+        if (access(gate, F_OK) == 0)
+            sayWaiting(gate);
         const struct timespec pause = {0, 1000000};
         while (access(gate, F_OK) == 0)
             nanosleep(&pause, NULL);

@@ -4,7 +4,6 @@
 #include "base/Shared.h"
 #include "editor/AnnotationCanvasView.h"
 #include "editor/EditorRootView.h"
-#include "pin/PinManager.h"
 #include "platform/fake/FakeDesktop.h"
 #include "support/CapturedOutput.h"
 #include "support/Input.h"
@@ -19,7 +18,6 @@ namespace marrowfin::editor {
 
 using namespace annotation;
 using namespace imaging;
-using namespace pin;
 
 namespace {
 
@@ -34,8 +32,9 @@ protected:
     EditorWindow() { desktop.addScreen(1, {0, 0, 1600, 1000}, 1, 30); }
 
     using Editor = std::shared_ptr<EditorWindowController>;
-    static Editor opened(const Image& image = picture(300, 200)) {
-        Editor editor = EditorWindowController::make(image);
+    Editor opened(const Image& image = picture(300, 200)) {
+        Editor editor = EditorWindowController::make(
+            image, {[this](const Image& flattened) { pinned.push_back(flattened); }});
         editor->showWindow();
         QCoreApplication::processEvents();
         return editor;
@@ -44,6 +43,7 @@ protected:
     static AnnotationCanvasView& canvas(const Editor& editor) { return *editor->rootView()->canvas(); }
 
     fake::FakeDesktop desktop;
+    std::vector<Image> pinned;
 };
 
 struct Sized {
@@ -94,7 +94,7 @@ TEST_F(EditorWindow, AnImageWithoutPixelsGetsTheLeastWindowAndIsHarmless) {
     editor->rootView()->pinPressed();
     editor->rootView()->savePressed();
     EXPECT_TRUE(desktop.pasteboard.calls.empty());
-    EXPECT_TRUE(PinManager::shared().pinnedWindows().empty());
+    EXPECT_TRUE(pinned.empty());
 }
 
 TEST_F(EditorWindow, CannotBeMadeSmallerThanItsMinimumAndCanGrowBeyondItsFirstMaximum) {
@@ -246,8 +246,9 @@ TEST_F(EditorWindow, PinPutsUpThePictureWithItsInk) {
     const Editor editor = opened();
     editor->rootView()->document()->add(box());
     editor->rootView()->pinPressed();
-    ASSERT_EQ(PinManager::shared().pinnedWindows().size(), 1u);
-    EXPECT_EQ(PinManager::shared().pinnedWindows().front()->frame().rect.size(), QSizeF(300, 200));
+    ASSERT_EQ(pinned.size(), 1u);
+    EXPECT_EQ(pinned.front().size(), QSizeF(300, 200));
+    EXPECT_NE(pinned.front(), editor->image());
     EXPECT_TRUE(editor->window()->isVisible());
 }
 
