@@ -3,8 +3,10 @@
 #include "base/SystemFonts.h"
 #include "chrome/Timing.h"
 
+#include <QBitmap>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPainterPath>
 
 namespace marrowfin::capture {
 
@@ -14,6 +16,7 @@ using chrome::TimingFunction;
 namespace {
 constexpr double restingAlpha = 0.3;
 constexpr double fadeSeconds = 0.8;
+constexpr double rim = 4; // points
 
 QFont digitFont() {
     return monospacedSystemFont(120, QFont::Bold);
@@ -48,6 +51,22 @@ QRectF CountdownDigit::numberRect() const {
     const QFontMetricsF metrics(digitFont());
     const QSizeF size(metrics.horizontalAdvance(shown), metrics.height());
     return {(width() - size.width()) * 0.5, (height() - size.height()) * 0.5, size.width(), size.height()};
+}
+
+QRegion CountdownDigit::outline() const {
+    const QRectF rect = numberRect();
+    QPainterPath form;
+    form.addText(rect.x(), rect.y() + QFontMetricsF(digitFont()).ascent(), digitFont(), shown);
+    QBitmap mask(size().expandedTo({1, 1}));
+    mask.clear();
+    QPainter painter(&mask);
+    painter.setPen(QPen(Qt::color1, 2 * rim, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::color1);
+    painter.drawPath(form);
+    painter.end();
+    // Never null, which would stand for the whole window: without a number one pixel of the dim remains.
+    const QRegion region(mask);
+    return region.isEmpty() ? QRegion(0, 0, 1, 1) : region;
 }
 
 void CountdownDigit::paintEvent(QPaintEvent*) {

@@ -18,6 +18,8 @@ public:
     void showNumber(int number);
     // Where the number stands, centred by its own width.
     QRectF numberRect() const;
+    // The number's own form, with a rim that tells it from a bright ground.
+    QRegion outline() const;
     QString text() const { return shown; }
     // 1.0 down to 0.3.
     double alpha() const { return currentAlpha; }

@@ -31,6 +31,10 @@ void OverlayWindow::orderFront() {
     surface->orderFront();
 }
 
+void OverlayWindow::setOutline(const QRegion& outline) {
+    surface->setOutline(outline);
+}
+
 void OverlayWindow::retire(std::unique_ptr<OverlayWindow> window) {
     // From here on the window has no owner but this wait: it takes no more input and goes with its last
     // pixel.

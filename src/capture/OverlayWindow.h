@@ -23,6 +23,8 @@ public:
     // The view covers the whole window from now on, whatever size the window system gives it.
     void fillWith(QWidget& view);
     void orderFront();
+    // What of it is seen where nothing blends windows, y down.
+    void setOutline(const QRegion& outline);
     // Off the screen for good; the next grab waits until it is gone. Destroys the window once it is.
     static void retire(std::unique_ptr<OverlayWindow> window);
 

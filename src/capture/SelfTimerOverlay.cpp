@@ -33,15 +33,20 @@ Flow<> SelfTimerOverlay::run(int seconds) {
     SurfaceSpec traits;
     traits.level = SurfaceLevel::Overlay;
     traits.keyboard = SurfaceKeyboard::None;
-    traits.backdrop = SurfaceBackdrop::Snapshot;
+    traits.backdrop = SurfaceBackdrop::Nothing;
     traits.passesClicks = true;
     window = std::make_unique<OverlayWindow>(*screen, QColor::fromRgbF(0, 0, 0, 0.4f), traits);
     const QPointer<CountdownDigit> digit = new CountdownDigit(window.get());
     window->fillWith(*digit);
+    if (seconds >= 1)
+        digit->showNumber(seconds);
+    window->setOutline(digit->outline());
     window->orderFront();
     for (int n = seconds; n >= 1; --n) {
-        if (digit)
+        if (digit) {
             digit->showNumber(n);
+            window->setOutline(digit->outline());
+        }
         co_await secondPassed();
     }
     OverlayWindow::retire(std::move(window));

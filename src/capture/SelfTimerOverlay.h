@@ -1,5 +1,6 @@
-// Dims the main screen and counts down, while clicks go through to the windows beneath. One overlay serves
-// one countdown. Main thread.
+// Dims the main screen and counts down, while clicks go through to the windows beneath. Where nothing blends
+// windows the digits alone are there, so that the user goes on seeing a living screen. One overlay serves one
+// countdown. Main thread.
 #pragma once
 
 #include "base/Flow.h"

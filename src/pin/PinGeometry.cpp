@@ -41,7 +41,8 @@ DesktopRect resizedPin(const DesktopRect& frame, Qt::Edges held, const QPointF& 
     if (horizontal && vertical) // the farther way of the pointer decides
         scaled =
             std::fabs(width - r.width()) >= std::fabs(height - r.height()) * aspect ? width : height * aspect;
-    scaled = std::max(scaled, smallestPinSide * std::max(1.0, aspect));
+    // One that comes up thinner than that isn't made larger by being touched.
+    scaled = std::max(scaled, std::min(smallestPinSide * std::max(1.0, aspect), pinSize(imageSize).width()));
     const QSizeF size(rounded(scaled), std::max(1.0, rounded(scaled / aspect)));
     double x = r.x() + (r.width() - size.width()) / 2;
     double y = r.y() + (r.height() - size.height()) / 2;

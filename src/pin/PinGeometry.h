@@ -14,7 +14,7 @@ QSizeF pinSize(const QSizeF& imageSize);
 
 // Where a pin comes up; the user moves it.
 constexpr QPointF pinOrigin{100, 100};
-// The smallest side that a pin can be made.
+// The smallest side that a pin can be made, if it doesn't come up smaller.
 constexpr double smallestPinSide = 24;
 // How far from an edge the pointer takes hold of it.
 constexpr double pinEdgeReach = 6;

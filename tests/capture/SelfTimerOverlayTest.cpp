@@ -102,6 +102,22 @@ TEST_F(SelfTimerOverlayTest, theOverlayTakesNoClickAndNoKeyboard) {
     ASSERT_TRUE(waitUntil([&] { return desktop.surfaceHost.surfaces.empty(); }));
 }
 
+// Where nothing blends windows the outline is all that is seen of them.
+TEST_F(SelfTimerOverlayTest, itsOutlineIsTheDigitAloneSoThatTheScreenGoesOnLiving) {
+    desktop.addScreen(1, {0, 0, 800, 600});
+    flows.start(overlay.run(2));
+    const fake::FakeSurface& surface = *desktop.surfaceHost.surfaces.front();
+    EXPECT_EQ(surface.traits.backdrop, platform::SurfaceBackdrop::Nothing);
+    const QRegion two = surface.outline;
+    ASSERT_FALSE(two.isEmpty());
+    EXPECT_TRUE(two.intersects(digit()->numberRect().toRect()));
+    EXPECT_TRUE(QRect(350, 200, 100, 200).contains(two.boundingRect())) << "no more than a digit";
+    EXPECT_FALSE(two.contains(digit()->numberRect().toRect().topLeft())) << "its form, not its box";
+    pass(1.01);
+    EXPECT_NE(surface.outline, two);
+    pass(1.01);
+}
+
 TEST_F(SelfTimerOverlayTest, aDigitIsCentredAlsoWhenItsWidthDiffersFromTheLast) {
     QWidget parent;
     parent.resize(800, 600);

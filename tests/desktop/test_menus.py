@@ -76,13 +76,8 @@ class Menus(Story):
         window.display.sync()
         self.start_program()
         screen = self.settled()
-        self.open_menu()
-        for _ in range(7):
-            self.input.key("Down")
-        self.input.key("Right")
-        wait_for(lambda: len(self.program.menus()) == 2, "the three durations")
-        self.input.key("Return")
-        self.wait_for_the_countdown(screen)
+        self.start_the_self_timer()
+        self.wait_for_a_digit(screen)
         self.input.click(500, 400)
         self.assertEqual(self.next_press(window), (500, 400))
         # The area overlay follows the countdown: it takes the keyboard, which the countdown doesn't.
@@ -91,6 +86,30 @@ class Menus(Story):
         wait_for(lambda: self.is_dim(screen, (1590, 8)), "the dim of the area overlay")
         self.input.drag((300, 200), (700, 500))
         self.assert_shows(screen, (300, 200, 400, 300), self.program.wait_for_history(1))
+
+    def test_without_a_compositor_the_screen_lives_on_around_the_countdowns_digits(self):
+        window = self.sample("Beneath", (100, 250), (300, 200))
+        self.start_program()
+        screen = self.settled()
+        self.start_the_self_timer()
+        self.wait_for_a_digit(screen)
+        overlay = self.program.overlays()[-1].window
+        window.move(1000, 600)
+        wait_for(lambda: (self.grab((1010, 610, 280, 180)) == window.pixels[10:190, 10:290, 2::-1]).all()
+                 or self.program.check_running(), "the window where it was moved to")
+        self.assertIn(overlay, [seen.window for seen in self.program.overlays()], "during the countdown")
+        self.input.move(1590, 990)
+        wait_for(lambda: windows.keyboard_is_grabbed(self.display), "the area overlay")
+        self.input.key("Escape")
+        self.wait_for_no_overlay()
+
+    def start_the_self_timer(self):
+        self.open_menu()
+        for _ in range(7):
+            self.input.key("Down")
+        self.input.key("Right")
+        wait_for(lambda: len(self.program.menus()) == 2, "the three durations")
+        self.input.key("Return")
 
     def next_press(self, window):
         """Where the window was pressed, on the screen."""
@@ -104,10 +123,9 @@ class Menus(Story):
 
         return wait_for(press, "the click in the window beneath")
 
-    def wait_for_the_countdown(self, screen):
-        wait_for(lambda: self.is_dim(screen, (1590, 8)), "the countdown's dim")
-        # The digit is centred, white, and nothing else of the screen's middle is.
-        wait_for(lambda: (self.grab((760, 440, 80, 120)) > 200).any(), "a digit")
+    def wait_for_a_digit(self, screen):
+        """It is centred."""
+        wait_for(lambda: (self.grab((760, 440, 80, 120)) != screen[440:560, 760:840]).any(), "a digit")
 
     def is_dim(self, screen, place):
         return sum(pixels.pixel(self.display, *place)) < sum(int(part) for part in screen[place[1], place[0]]) * 0.75

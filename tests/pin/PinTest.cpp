@@ -212,6 +212,17 @@ TEST(PinGeometry, NeverGoesBelowItsSmallestAndKeepsTheShape) {
     EXPECT_EQ(resizedPin(frame, {}, {50, 50}, {300, 200}), frame);
 }
 
+TEST(PinGeometry, APinThatIsThinnerThanTheSmallestSideKeepsItsSizeWhenItIsTouched) {
+    const QSizeF thin(600, 18);
+    const DesktopRect start{QRectF(pinOrigin, pinSize(thin))};
+    EXPECT_EQ(resizedPin(start, Qt::RightEdge, {0, 0}, thin).rect, start.rect);
+    EXPECT_EQ(resizedPin(start, Qt::RightEdge, {-100, 0}, thin).rect, start.rect);
+    EXPECT_EQ(resizedPin(start, Qt::RightEdge, {600, 0}, thin).rect.size(), QSizeF(1200, 36));
+    const QSizeF dot(3, 2);
+    const DesktopRect small{QRectF(pinOrigin, pinSize(dot))};
+    EXPECT_EQ(resizedPin(small, Qt::TopEdge, {0, -1}, dot).rect, small.rect);
+}
+
 TEST(PinGeometry, EdgesAreNarrowAndATinyPinKeepsAMiddle) {
     EXPECT_EQ(pinEdgesAt({300, 200}, {150, 100}), Qt::Edges());
     EXPECT_EQ(pinEdgesAt({300, 200}, {5, 100}), Qt::Edges(Qt::LeftEdge));

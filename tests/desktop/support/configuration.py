@@ -86,6 +86,27 @@ CLIPMAN = """<?xml version="1.0" encoding="UTF-8"?>
 </channel>
 """
 
+# Windows come and go at once: what is looked at stands still. No wobbling, no fading, no shadows beside windows.
+KWIN = """[Compositing]
+AnimationSpeed=0
+Enabled=true
+LatencyPolicy=ExtremelyLow
+[Plugins]
+kwin4_effect_fadeEnabled=false
+kwin4_effect_scaleEnabled=false
+kwin4_effect_loginEnabled=false
+kwin4_effect_fadingpopupsEnabled=false
+kwin4_effect_maximizeEnabled=false
+slidingpopupsEnabled=false
+[Windows]
+FocusStealingPreventionLevel=0
+[Desktops]
+Number=2
+"""
+KDE = """[KDE]
+AnimationDurationFactor=0
+"""
+
 # What a desktop session may say that would make a program behave differently here.
 DROPPED = ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_QPA_PLATFORMTHEME", "QT_SCALE_FACTOR", "QT_STYLE_OVERRIDE",
            "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI", "XAUTHORITY", "XMODIFIERS", "QT_IM_MODULE", "GTK_IM_MODULE",
@@ -137,6 +158,12 @@ def write_openbox(folder, focus_new, press_focuses):
     return write(os.path.join(folder, "openbox.xml"),
                  OPENBOX.format(focus_new="yes" if focus_new else "no",
                                 press_focuses=PRESS_FOCUSES if press_focuses else ""))
+
+
+def write_settings_of_managers(folder):
+    config = os.path.join(folder, "home/.config")
+    write(os.path.join(config, "kwinrc"), KWIN)
+    write(os.path.join(config, "kdeglobals"), KDE)
 
 
 def write_picom(folder, fading):

@@ -14,6 +14,15 @@ from support import configuration, owned, pixels, wallpaper
 from support.waiting import wait_for
 
 
+# Window managers that bring a compositor of their own: what starts them, and what they want in their environment.
+MANAGERS = {
+    "xfwm4": (["xfwm4", "--compositor=on", "--vblank=off"], {}),
+    "metacity": (["metacity", "--sm-disable", "--composite"], {"GSETTINGS_BACKEND": "memory"}),
+    "kwin_x11": (["kwin_x11"], {"LIBGL_ALWAYS_SOFTWARE": "1", "KWIN_COMPOSE": "O2"}),
+    "mutter": (["mutter", "--x11", "--sm-disable"], {"GSETTINGS_BACKEND": "memory", "LIBGL_ALWAYS_SOFTWARE": "1"}),
+}
+
+
 @dataclasses.dataclass
 class Options:
     """Sizes are native pixels. `lane` is the compositor: none, picom or fading."""
@@ -28,6 +37,8 @@ class Options:
     window_manager: bool = True
     focus_new: bool = True  # new windows take the focus, as on most desktops
     press_focuses: bool = True  # so does a window that is pressed; the window manager holds the press back till then
+    # One of MANAGERS in place of openbox and of the lane's compositor.
+    manager: str = dataclasses.field(default_factory=lambda: os.environ.get("MARROWFIN_MANAGER", "openbox"))
 
 
 class VirtualDesktop:
@@ -62,7 +73,7 @@ class VirtualDesktop:
         self.wallpaper = wallpaper.put_up(self.display)
         if options.window_manager:
             self.start_window_manager()
-        self.start_compositor(options.lane)
+        self.start_compositor(options.lane if options.manager == "openbox" else "none")
         if options.tray:
             self.start_tray()
         if options.clipboard_manager:
@@ -126,9 +137,17 @@ class VirtualDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
 
     def start_window_manager(self):
-        config = configuration.write_openbox(self.folder, self.options.focus_new, self.options.press_focuses)
-        self.start_part("openbox", ["openbox", "--sm-disable", "--config-file", config])
-        wait_for(lambda: self.alive("openbox") and self.window_manager_ready(), "a window manager")
+        name = self.options.manager
+        if name == "openbox":
+            config = configuration.write_openbox(self.folder, self.options.focus_new, self.options.press_focuses)
+            self.start_part(name, ["openbox", "--sm-disable", "--config-file", config])
+        else:
+            command, environment = MANAGERS[name]
+            self.environment.update(environment)
+            configuration.write_settings_of_managers(self.folder)
+            self.start_part(name, command)
+            self.wait_for_owner(name, "_NET_WM_CM_S0", f"the compositor of {name}")
+        wait_for(lambda: self.alive(name) and self.window_manager_ready(), "a window manager")
         self.wait_until_windows_are_managed()
 
     def window_manager_ready(self):
@@ -144,11 +163,11 @@ class VirtualDesktop:
 
         def managed():
             probe.map()
-            return self.alive("openbox") and probe.get_full_property(state, X.AnyPropertyType)
+            return self.alive(self.options.manager) and probe.get_full_property(state, X.AnyPropertyType)
 
         def forgotten():
             clients = screen.root.get_full_property(self.display.intern_atom("_NET_CLIENT_LIST"), Xatom.WINDOW)
-            return self.alive("openbox") and clients and probe.id not in clients.value
+            return self.alive(self.options.manager) and (clients is None or probe.id not in clients.value)
 
         wait_for(managed, "a window managed")
         probe.destroy()

@@ -44,7 +44,7 @@ QStringList linesAboutMissing(const Extensions& present) {
             lines << QStringLiteral("[Marrowfin] The X server has no ") + QString::fromLatin1(what);
     };
     tell(present.shm, "MIT-SHM: captures are read through the connection, which takes longer.");
-    tell(present.composite, "Composite: a covered window is captured as it shows on the screen.");
+    tell(present.composite, "Composite: what is covered of a window is transparent in its capture.");
     tell(present.xfixes, "XFixes: captures come without the cursor.");
     tell(present.damage, "DAMAGE: changes of the screen are found by looking at it again and again.");
     tell(present.randr, "RANDR 1.5: monitors are taken as Qt tells them.");

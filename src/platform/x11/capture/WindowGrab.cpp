@@ -1,5 +1,6 @@
 #include "platform/x11/capture/WindowGrab.h"
 
+#include "platform/x11/capture/DecorationStrips.h"
 #include "platform/x11/capture/SettledWindow.h"
 #include "platform/x11/layout/WindowQuery.h"
 
@@ -49,6 +50,8 @@ Result<QImage> WindowGrab::grab(WithCursor withCursor) {
     if (area.isEmpty())
         return failure(QStringLiteral("The window has no size."));
     Result<QImage> picture = pixels(*place);
+    if (picture && connection.extensions().composite && decorationsAreDrawnApart(connection))
+        decorate(*picture, facts.front());
     if (!picture && readWindows(connection, {client}).empty())
         return gone();
     if (picture)
@@ -81,7 +84,20 @@ Result<QImage> WindowGrab::pixels(const Place& place) {
                 return picture;
         }
     }
-    return grabber.grabScreen(area, WithCursor::No);
+    return fromScreen();
+}
+
+// What nothing covers, before and after, since windows come and go; the rest is transparent, never another
+// window's.
+Result<QImage> WindowGrab::fromScreen() {
+    QRegion hidden = covered(area);
+    Result<QImage> picture = grabber.grabScreen(area, WithCursor::No);
+    hidden += covered(area);
+    if (!picture || hidden.isEmpty())
+        return picture;
+    *picture = picture->convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    clearIn(*picture, hidden, area.topLeft());
+    return picture;
 }
 
 // Null when nobody keeps the window's picture.
@@ -129,6 +145,19 @@ void WindowGrab::cutToShape(QImage& picture, const Place& place) const {
                         static_cast<std::size_t>(kept.width()) * 4);
     }
     picture = cut;
+}
+
+// The strips as the screen shows them, where it has the window's own pixels.
+void WindowGrab::decorate(QImage& picture, const WindowFacts& window) {
+    const QRegion strips = decorationStrips(window, area);
+    if (strips.isEmpty())
+        return;
+    const QRegion corners = outsideOfCorners(window, area);
+    picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    clearIn(picture, strips + corners, area.topLeft());
+    if (const auto screen = fromScreen())
+        copyInto(picture, screen->convertToFormat(QImage::Format_ARGB32_Premultiplied), strips - corners,
+                 area.topLeft());
 }
 
 // What of the area can't be seen on the screen now. Shapes of the windows above count as their rectangles: at

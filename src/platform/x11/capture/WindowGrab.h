@@ -3,7 +3,8 @@
 //
 // With a compositor the window's picture exists and is read. Without one, a window that nothing covers is
 // read from the screen; a covered one is first drawn off the screen by its program, which takes a moment: see
-// SettledWindow.
+// SettledWindow. A decoration that is drawn apart from the window's picture is read from the screen: see
+// DecorationStrips.
 #pragma once
 
 #include "platform/x11/capture/Grabber.h"
@@ -36,6 +37,8 @@ private:
     QImage fromPixmap(const Place& place);
     Result<QImage> pixels(const Place& place);
     void cutToShape(QImage& picture, const Place& place) const;
+    Result<QImage> fromScreen();
+    void decorate(QImage& picture, const WindowFacts& window);
     QRegion covered(const QRect& visible) const;
     void keepOffScreen(const QRegion& exposed);
 

@@ -254,12 +254,12 @@ void X11Surface::makeInvisible() {
     widget->move(widget->pos() + QPoint(1, 0));
 }
 
-// Nothing of it is left to be drawn, by a compositor too.
+// Nothing of it is left to be drawn, by a compositor too. Some dim a window that isn't in use where it is
+// transparent too, so it has no area either.
 void X11Surface::empty() {
-    if (isOpaque)
-        setBoundingShape(*context->qt, window(), QRegion());
-    else
+    if (!isOpaque)
         clearToTransparent(*context->qt, window());
+    setBoundingShape(*context->qt, window(), QRegion());
 }
 
 void X11Surface::makeVisible() {
