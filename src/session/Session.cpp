@@ -9,6 +9,7 @@
 #include "platform/freedesktop/FreedesktopStatusBar.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/surfaces/X11SurfaceHost.h"
+#include "session/UnseenScreen.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -17,6 +18,7 @@ namespace marrowfin::session {
 
 struct Session::Parts {
     std::unique_ptr<x11::X11Backend> backend;
+    std::unique_ptr<UnseenScreen> unseen; // null where the screen can be seen
     std::unique_ptr<platform::SurfaceHost> surfaceHost;
     freedesktop::FreedesktopStatusBar statusBar{
         [this](platform::TrayIcon::Click click) { return backend->makeTrayIcon(std::move(click)); }};
@@ -55,13 +57,16 @@ Result<std::unique_ptr<Session>> Session::open(const QString& busName,
     if (!surfaceHost)
         return tl::unexpected(surfaceHost.error());
     parts->backend = std::move(*backend);
+    if (isUnseenWaylandDesktop())
+        parts->unseen = std::make_unique<UnseenScreen>(parts->backend->screenSource());
     parts->surfaceHost = std::move(*surfaceHost);
     requestBusName(busName);
     return std::unique_ptr<Session>(new Session(std::move(parts)));
 }
 
 platform::Services Session::services() const {
-    return {parts->backend->screenSource(),
+    platform::ScreenSource& source = parts->backend->screenSource();
+    return {parts->unseen ? *parts->unseen : source,
             parts->backend->screenAccess(),
             parts->backend->screens(),
             *parts->surfaceHost,
