@@ -17,6 +17,7 @@
 #include <QIcon>
 #include <QPointer>
 #include <QTimer>
+#include <QWidget>
 #include <chrono>
 #include <unistd.h>
 
