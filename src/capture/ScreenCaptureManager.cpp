@@ -140,7 +140,7 @@ Flow<bool> ScreenCaptureManager::screenPermissionGranted() {
     const Result<ShareableContent> content = co_await services().screenSource.content();
     if (content)
         co_return true;
-    co_await showPermissionAlert();
+    co_await showPermissionAlert(content.error());
     co_return false;
 }
 

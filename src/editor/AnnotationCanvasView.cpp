@@ -15,7 +15,7 @@ namespace marrowfin::editor {
 using namespace annotation;
 
 AnnotationCanvasView::AnnotationCanvasView(QWidget* parent)
-    : QWidget(parent), painting(std::make_unique<CanvasPainter>()) {
+    : QWidget(parent), painting(std::make_unique<CanvasPainter>([this] { invalidate(rect()); })) {
     setAccessibleName(QStringLiteral("Canvas"));
     setAttribute(Qt::WA_OpaquePaintEvent);
     // Not by a click, which would end an edit of text before the press is judged; a press takes it by itself.

@@ -23,26 +23,19 @@ QRect pixelRect(const QRectF& rect) {
             std::max(roundedToInt(rect.bottom()) - top, 1)};
 }
 
-QImage resampled(const QImage& pixels, const QSize& size) {
-    const QImage plain = pixels.convertToFormat(pixels.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                         : QImage::Format_RGB32);
-    // The toolkit's smooth scaling averages all pixels that fall into one when it makes an image smaller.
-    return plain.size() == size ? plain : plain.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
 } // namespace
 
 bool CanvasBackdrop::prepare(const Key& key) {
-    if (!pixels.isNull() && key == made)
+    const bool sameKey = !pixels.isNull() && key == made;
+    if (!sameKey) {
+        made = key;
+        const QTransform placed = key.fit.paintTransform(key.viewToLayer.m11()) * key.viewToLayer;
+        target = pixelRect(placed.mapRect(QRectF(QPointF(0, 0), key.base.size())));
+    }
+    const QImage& copy = base.of(key.base, target.size());
+    if (sameKey && copy.cacheKey() == scaled.cacheKey())
         return false;
-    const bool sameImage = !scaled.isNull() && key.base == made.base;
-    made = key;
-    const QTransform placed = key.fit.paintTransform(key.viewToLayer.m11()) * key.viewToLayer;
-    target = pixelRect(placed.mapRect(QRectF(QPointF(0, 0), key.base.size())));
-    if (key.base.isNull())
-        scaled = {};
-    else if (!sameImage || scaled.size() != target.size())
-        scaled = resampled(key.base.pixels(), target.size());
+    scaled = copy;
     paint();
     return true;
 }

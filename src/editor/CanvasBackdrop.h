@@ -5,6 +5,7 @@
 #include "base/SystemColors.h"
 #include "editor/CanvasFit.h"
 #include "imaging/Image.h"
+#include "imaging/ScaledCopy.h"
 
 #include <QImage>
 #include <QRect>
@@ -24,13 +25,16 @@ public:
         friend bool operator==(const Key&, const Key&) = default;
     };
 
-    // Makes the layer anew if the key is another one than last time, and says so.
+    // Told when a large image's copy has been made, and the next prepare() has another layer.
+    explicit CanvasBackdrop(std::function<void()> baseArrived) : base(std::move(baseArrived)) {}
+
+    // Makes the layer anew if the key is another one than last time or a copy has arrived, and says so.
     bool prepare(const Key& key);
     // Opaque.
     const QImage& layer() const { return pixels; }
     // Where the image stands in the layer.
     const QRect& imageRect() const { return target; }
-    // The image at the layer's size.
+    // The image at the layer's size; of a large one a rough copy at first.
     const QImage& scaledBase() const { return scaled; }
 
 private:
@@ -39,6 +43,7 @@ private:
     Key made;
     QImage pixels;
     QRect target;
+    imaging::ScaledCopy base;
     QImage scaled;
 };
 

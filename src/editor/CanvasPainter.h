@@ -27,6 +27,9 @@ public:
         std::optional<QRectF> crop;
     };
 
+    // Told when all has to be painted again, because a large image's copy has been made meanwhile.
+    explicit CanvasPainter(std::function<void()> baseArrived) : backdrop(std::move(baseArrived)) {}
+
     // The painter's user space is view points.
     void paint(QPainter& painter, const QRegion& region, Scene scene);
 

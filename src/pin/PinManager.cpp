@@ -20,6 +20,7 @@ PinnedWindow::PinnedWindow(const Image& pinned)
     const platform::SurfaceSpec traits{platform::SurfaceLevel::Pin, platform::SurfaceKeyboard::OnClick,
                                        platform::SurfaceBackdrop::Nothing, false};
     window = platform::services().surfaceHost.host(*view, traits);
+    setFrame({QRectF(pinOrigin, pinSize(image.size()))});
     view->setComposited(window->isComposited());
     QObject::connect(window.get(), &platform::Surface::compositedChanged, view.get(),
                      [this] { view->setComposited(window->isComposited()); });
@@ -31,7 +32,6 @@ PinnedWindow::PinnedWindow(const Image& pinned)
     view->onDrag = [this](Qt::Edges held, const QSinglePointEvent& move) {
         dragged(held, window->locate(move).point - pressedAt.point);
     };
-    setFrame({QRectF(pinOrigin, pinSize(image.size()))});
 }
 
 PinnedWindow::~PinnedWindow() = default;

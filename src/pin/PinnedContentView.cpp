@@ -1,6 +1,7 @@
 #include "pin/PinnedContentView.h"
 
 #include "chrome/Place.h"
+#include "imaging/Resampling.h"
 #include "pin/PinCloseButton.h"
 #include "pin/PinGeometry.h"
 
@@ -26,13 +27,15 @@ chrome::Shadow windowShadow(const QRectF& area) {
 } // namespace
 
 PinnedContentView::PinnedContentView(const Image& pinned)
-    : image(pinned), host(*this), picture(host.root().add()), button(new PinCloseButton(this)) {
+    : image(pinned), copy([this] { choosePicture(); }), host(*this), picture(host.root().add()),
+      button(new PinCloseButton(this)) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QStringLiteral("Pinned capture"));
-    picture.setContents(image.pixels());
+    if (!isLongToResample(image.pixels()))
+        picture.setContents(image.pixels()); // the layer makes what it needs
 }
 
 PinnedContentView::~PinnedContentView() = default;
@@ -51,10 +54,31 @@ void PinnedContentView::setComposited(bool value) {
     layOut();
 }
 
+// As a layer keeps its own: halved as often as it stays no smaller than what is shown.
+QSize PinnedContentView::pictureSize() const {
+    QSize size = image.pixels().size();
+    const double shown = imageArea().width() * devicePixelRatioF();
+    for (QSize half = (size + QSize(1, 1)) / 2; half.width() >= shown && half != size;
+         half = (size + QSize(1, 1)) / 2)
+        size = half;
+    return size;
+}
+
+void PinnedContentView::choosePicture() {
+    const QImage& pixels = image.pixels();
+    if (!isLongToResample(pixels))
+        return;
+    const QSize size = pictureSize();
+    const QImage& shown = size == pixels.size() ? pixels : copy.of(image, size);
+    if (picture.contents().cacheKey() != shown.cacheKey())
+        picture.setContents(shown);
+}
+
 void PinnedContentView::layOut() {
     const QRect area = imageArea();
     host.setSize(size());
     const QRectF frame(area.x(), height() - area.y() - area.height(), area.width(), area.height());
+    choosePicture();
     picture.setFrame(frame);
     picture.setShadow(composited ? windowShadow(picture.bounds()) : chrome::Shadow());
     chrome::place(*button,
@@ -65,6 +89,9 @@ void PinnedContentView::layOut() {
 void PinnedContentView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     host.paint(painter, event->rect());
+    // On a denser screen there may be too little of it; not now, because another picture is painted anew.
+    if (std::exchange(paintedDensity, devicePixelRatioF()) != devicePixelRatioF())
+        QMetaObject::invokeMethod(this, &PinnedContentView::choosePicture, Qt::QueuedConnection);
 }
 
 void PinnedContentView::resizeEvent(QResizeEvent*) {

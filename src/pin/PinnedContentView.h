@@ -5,6 +5,7 @@
 #include "chrome/LayerHost.h"
 #include "chrome/PoseEffect.h"
 #include "imaging/Image.h"
+#include "imaging/ScaledCopy.h"
 
 #include <QAbstractButton>
 #include <QPointer>
@@ -51,13 +52,18 @@ private:
     Qt::Edges edgesAt(const QPointF& position) const;
     void showCursorFor(Qt::Edges edges);
     void layOut();
+    // A large image is shown from a copy near the size in which it stands.
+    void choosePicture();
+    QSize pictureSize() const;
     // The shadow around the image doesn't count.
     void setHovered(bool hovered);
 
     imaging::Image image;
+    imaging::ScaledCopy copy;
     chrome::LayerHost host;
     chrome::Layer& picture;
     QPointer<PinCloseButton> button;
+    double paintedDensity = 1;
     bool composited = true;
     bool hovered = false;
     Qt::Edges heldEdges;

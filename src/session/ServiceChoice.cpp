@@ -16,6 +16,7 @@
 #include "platform/freedesktop/FreedesktopStatusBar.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/surfaces/X11SurfaceHost.h"
+#include "session/UnseenScreen.h"
 
 namespace marrowfin::session {
 
@@ -47,6 +48,16 @@ Provider<SurfaceHost> x11Surfaces(ServiceSet& set, x11::X11Backend& backend) {
                     return tl::unexpected(host.error());
                 return &set.keep(std::move(*host));
             }};
+}
+
+std::vector<Provider<ScreenSource>> screenSources(ServiceSet& set, x11::X11Backend& backend) {
+    std::vector<Provider<ScreenSource>> inOrder{standing(x11Name, backend.screenSource())};
+    if (isUnseenWaylandDesktop())
+        inOrder.insert(inOrder.begin(),
+                       {QStringLiteral("unseen"), [&set, &backend]() -> Result<ScreenSource*> {
+                            return &set.keep(std::make_unique<UnseenScreen>(backend.screenSource()));
+                        }});
+    return inOrder;
 }
 
 // Remembers the first service that nothing provides.
@@ -81,8 +92,7 @@ Result<std::unique_ptr<ChosenServices>> chooseServices(std::unique_ptr<x11::X11B
     const TrayIconMaker trayIcon = [&x11](TrayIcon::Click click) {
         return x11.makeTrayIcon(std::move(click));
     };
-    auto* screenSource =
-        picker.pick<ScreenSource>(QStringLiteral("screenSource"), {standing(x11Name, x11.screenSource())});
+    auto* screenSource = picker.pick<ScreenSource>(QStringLiteral("screenSource"), screenSources(set, x11));
     auto* screenAccess =
         picker.pick<ScreenAccess>(QStringLiteral("screenAccess"), {standing(x11Name, x11.screenAccess())});
     auto* screens = picker.pick<Screens>(QStringLiteral("screens"), {standing(x11Name, x11.screens())});

@@ -245,7 +245,7 @@ TEST_F(ScreenCaptureManagerTest, everySetIsPublishedAndALateObserverGetsTheCurre
 }
 
 TEST_F(ScreenCaptureManagerTest, aPermissionAlertOpensTheSettingsOnItsFirstButton) {
-    desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
+    desktop.screenSource.contentError = Error{Error::Kind::Failed, QStringLiteral("not permitted")};
     std::optional<bool> granted;
     flows.start(ScreenCaptureManager::screenPermissionGranted()).then([&](Result<bool> answer) {
         granted = answer.value();
@@ -265,8 +265,27 @@ TEST_F(ScreenCaptureManagerTest, aPermissionAlertOpensTheSettingsOnItsFirstButto
     EXPECT_EQ(desktop.opener.pages, std::vector{SettingsPage::ScreenRecording});
 }
 
+TEST_F(ScreenCaptureManagerTest, whereTheScreenCannotBeSeenTheAlertSaysWhy) {
+    desktop.screenSource.contentError =
+        Error{Error::Kind::Unavailable, QStringLiteral("This desktop shows nothing.")};
+    std::optional<bool> granted;
+    flows.start(ScreenCaptureManager::screenPermissionGranted()).then([&](Result<bool> answer) {
+        granted = answer.value();
+    });
+    ASSERT_TRUE(waitUntil([&] { return onlyTopLevel<QMessageBox>() != nullptr; }));
+    auto* alert = onlyTopLevel<QMessageBox>();
+    EXPECT_EQ(
+        alert->informativeText(),
+        QStringLiteral("Marrowfin needs screen recording permission. Please enable it in System Settings > "
+                       "Privacy & Security > Screen Recording, then relaunch the app.\n\n"
+                       "This desktop shows nothing."));
+    buttonNamed(*alert, QStringLiteral("Cancel"))->click();
+    ASSERT_TRUE(waitUntil([&] { return granted.has_value(); }));
+    EXPECT_FALSE(*granted);
+}
+
 TEST_F(ScreenCaptureManagerTest, theAlertsCancelOpensNothing) {
-    desktop.screenSource.contentError = Error{Error::Kind::Unavailable, QStringLiteral("not permitted")};
+    desktop.screenSource.contentError = Error{Error::Kind::Failed, QStringLiteral("not permitted")};
     std::optional<bool> granted;
     flows.start(ScreenCaptureManager::screenPermissionGranted()).then([&](Result<bool> answer) {
         granted = answer.value();

@@ -9,6 +9,8 @@
 #include "support/Input.h"
 
 #include <QCoreApplication>
+#include <algorithm>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace marrowfin::pin {
@@ -193,6 +195,66 @@ TEST_F(Pins, AnEdgeResizesOnTheImagesShapeAndTheButtonStaysInItsCorner) {
     EXPECT_EQ(pinned.frame().rect.left(), 100);
     EXPECT_EQ(pinned.content().closeButton()->geometry().topLeft(), QPoint(32, 32));
     EXPECT_EQ(desktop.surfaceHost.surfaceOf(&pinned.content())->inputRegion, QRegion(24, 24, 450, 300));
+}
+
+namespace {
+
+// A scrolled page in lines of one pixel, black and white, its last part red and white.
+Image scrolledPage() {
+    QImage pixels(300, 60'000, QImage::Format_RGB32);
+    for (int y = 0; y < pixels.height(); ++y)
+        std::fill_n(reinterpret_cast<QRgb*>(pixels.scanLine(y)), pixels.width(),
+                    y % 2        ? qRgb(255, 255, 255)
+                    : y < 40'000 ? qRgb(0, 0, 0)
+                                 : qRgb(255, 0, 0));
+    return Image::captured(pixels);
+}
+
+QImage seen(PinnedWindow& pinned) {
+    QImage picture(pinned.content().size(), QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    pinned.content().render(&picture);
+    return picture.copy(pinned.content().imageArea());
+}
+
+// Every pixel is an average of both lines, in its own part of the page.
+bool isFine(const QImage& picture) {
+    const auto near = [](int value, int expected) { return std::abs(value - expected) <= 12; };
+    for (int y = 1; y < picture.height() - 1; ++y) {
+        const QColor color = picture.pixelColor(picture.width() / 2, y);
+        const double place = (y + 0.5) / picture.height();
+        if (std::abs(place - 2.0 / 3) < 0.02)
+            continue; // where black ends and red begins
+        if (!near(color.green(), 127) || !near(color.red(), place < 2.0 / 3 ? 127 : 255))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+TEST_F(Pins, AScrolledPageIsUpAtOnceAndItsPictureFollows) {
+    PinnedWindow& pinned = pin(scrolledPage());
+    EXPECT_EQ(pinned.frame().rect.size(), QSizeF(3, 500));
+    EXPECT_TRUE(pinned.surface().isVisible());
+    const QImage rough = seen(pinned); // not made of the whole page, which takes its time
+    EXPECT_FALSE(isFine(rough));
+    EXPECT_NE(rough.pixelColor(1, 250), QColor(Qt::blue)); // but something of it is there
+    EXPECT_EQ(rough.pixelColor(1, 490).red(), 255);
+    EXPECT_TRUE(fake::waitUntil([&] { return isFine(seen(pinned)); }));
+}
+
+TEST_F(Pins, AScrolledPageMadeLargerGetsAFinerPicture) {
+    PinnedWindow& pinned = pin(scrolledPage());
+    ASSERT_TRUE(fake::waitUntil([&] { return isFine(seen(pinned)); }));
+    drag(pinned.content(), onImage(1, 499), {0, 5500});
+    EXPECT_EQ(pinned.frame().rect.size(), QSizeF(30, 6000));
+    EXPECT_TRUE(isFine(seen(pinned))); // the coarser one stands in
+    EXPECT_TRUE(fake::waitUntil([&] {
+        // Black ends and red begins within a few rows.
+        const QImage picture = seen(pinned);
+        return picture.pixelColor(10, 3995).red() < 140 && picture.pixelColor(10, 4005).red() > 250;
+    }));
 }
 
 TEST(PinGeometry, TheCornerOppositeOfTheHeldOneStays) {

@@ -75,6 +75,32 @@ TEST(Hostile, aVeryLargePictureFlattensBlursAndCrops) {
     EXPECT_EQ(document.baseImage().size(), QSizeF(100, 100));
 }
 
+TEST(Hostile, inkFarDownAScrolledPageIsWhatItIsAtTheTop) {
+    constexpr int farDown = 50'000;
+    constexpr int edge = 32'768; // where numbers of 16 bits end
+    for (const int down : {edge - 60, farDown}) {
+        const QList<AnyAnnotation> below = allNine({40, down + 40.0}, 120);
+        const QList<AnyAnnotation> above = allNine({40, 40}, 120);
+        for (qsizetype i = 0; i < below.size(); ++i) {
+            const QImage page = flattened({below[i]}, plain(240, 60'000));
+            const QImage top = flattened({above[i]}, plain(240, 240));
+            EXPECT_EQ(page.copy(0, down, 240, 240), top) << "record " << i << " at " << down;
+        }
+    }
+}
+
+TEST(Hostile, inkAlongAWholeScrolledPageReachesItsEnd) {
+    const QImage page = flattened(
+        {segment<LineAnnotation>({100, 0}, {100, 60'000}), box<RectangleAnnotation>(20, 10, 200, 59'980)},
+        plain(240, 60'000));
+    for (const int y : {100, 32'000, 32'767, 32'768, 33'000, 59'900}) {
+        EXPECT_EQ(page.pixelColor(100, y), red) << y;
+        EXPECT_EQ(page.pixelColor(20, y), red) << y;
+        EXPECT_EQ(page.pixelColor(220, y), red) << y;
+    }
+    EXPECT_EQ(page.pixelColor(150, 59'990), red);
+}
+
 TEST(Hostile, aNullImageIsRefusedEverywhere) {
     EXPECT_TRUE(ImageCompositor::composite(AnnotationDocument{Image()}).isNull());
     EXPECT_TRUE(ImageCompositor::cropImage({}, {0, 0, 5, 5}).isNull());

@@ -33,6 +33,57 @@ TEST_F(CanvasPaint, ShowsInkAsItWillBeInTheOutput) {
     EXPECT_EQ(shot(), ImageCompositor::composite(document).pixels().convertToFormat(QImage::Format_RGB32));
 }
 
+// A page many screens high, in lines of one pixel, black and white: an average of them is grey.
+QImage scrolledPage() {
+    QImage pixels(300, 60'000, QImage::Format_RGB32);
+    for (int y = 0; y < pixels.height(); ++y)
+        std::fill_n(reinterpret_cast<QRgb*>(pixels.scanLine(y)), pixels.width(),
+                    y % 2 ? qRgb(255, 255, 255) : qRgb(0, 0, 0));
+    return pixels;
+}
+
+class CanvasOfAPage : public CanvasFixture {
+protected:
+    CanvasOfAPage() : CanvasFixture(scrolledPage(), {640, 400}) {}
+
+    bool isFine() {
+        const QImage picture = shot();
+        const QRect image = canvas->imageRect().toAlignedRect().adjusted(0, 1, 0, -1);
+        for (int y = image.top(); y <= image.bottom(); ++y)
+            if (std::abs(qGreen(picture.pixel(image.center().x(), y)) - 127) > 10)
+                return false;
+        return true;
+    }
+};
+
+TEST_F(CanvasOfAPage, IsUpAtOnceAndItsPictureFollows) {
+    int repaints = 0;
+    QObject::connect(canvas, &AnnotationCanvasView::contentsChanged, canvas,
+                     [&](const QRegion& region) { repaints += region == QRegion(canvas->rect()); });
+    EXPECT_EQ(canvas->imageRect(), QRectF(319, 0, 2, 400));
+    EXPECT_FALSE(isFine()); // not made of the whole page, which takes its time
+    const int before = repaints;
+    EXPECT_TRUE(fake::waitUntil([&] { return repaints > before; })); // nobody else asks for it
+    EXPECT_TRUE(isFine());
+}
+
+TEST_F(CanvasOfAPage, ShowsThePageWhileItsWindowIsResized) {
+    ASSERT_TRUE(fake::waitUntil([&] { return isFine(); }));
+    for (int height = 399; height > 350; height -= 7) {
+        canvas->resize(640, height);
+        EXPECT_TRUE(isFine()) << height;
+    }
+}
+
+TEST_F(CanvasOfAPage, CropsWhatIsFarDown) {
+    ASSERT_TRUE(fake::waitUntil([&] { return isFine(); }));
+    document.add(box<RectangleAnnotation>(50, 50'100, 100, 80));
+    document.crop({0, 50'000, 300, 300});
+    EXPECT_EQ(canvas->imageRect(), QRectF(170, 50, 300, 300));
+    EXPECT_EQ(shot().copy(170, 50, 300, 300),
+              ImageCompositor::composite(document).pixels().convertToFormat(QImage::Format_RGB32));
+}
+
 // A picture that only ever gets what the canvas asks to have painted again.
 class Screen {
 public:
