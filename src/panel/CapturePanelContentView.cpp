@@ -2,15 +2,13 @@
 
 #include "base/ColorAlpha.h"
 #include "chrome/Place.h"
-#include "panel/CardDrag.h"
 #include "panel/PanelLayout.h"
 #include "platform/Desktop.h"
 #include "platform/Services.h"
 #include "settings/HintCounters.h"
 
-#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
-#include <QPointer>
 
 namespace marrowfin::panel {
 
@@ -34,7 +32,6 @@ constexpr double recededBottom = 66;
 constexpr double liftScale = 1.012;
 constexpr double arrivalScale = 0.94;
 constexpr double riseDistance = 7;
-constexpr double dragDistance = 4;
 
 QString transformSpring() {
     return QStringLiteral("transformSpring");
@@ -296,80 +293,6 @@ void CapturePanelContentView::paintEvent(QPaintEvent* event) {
     if (!composited)
         painter.fillRect(event->rect(), surface.plateColor());
     host.paint(painter, event->rect());
-}
-
-void CapturePanelContentView::pointerHover(bool entered) {
-    if (hovered == entered)
-        return;
-    setHovered(entered, HoverSource::Pointer);
-    actions.hoverChanged(entered);
-}
-
-void CapturePanelContentView::pointerAt(const QPointF& position) {
-    pointerHover(contains(cardInWindow, host.toLayer(position)));
-}
-
-void CapturePanelContentView::enterEvent(QEnterEvent* event) {
-    pointerAt(event->position());
-}
-
-void CapturePanelContentView::leaveEvent(QEvent*) {
-    if (!dragging)
-        pointerHover(false);
-}
-
-void CapturePanelContentView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !contains(cardInWindow, host.toLayer(event->position())))
-        return;
-    pressPosition = event->position();
-    dragStarted = false;
-}
-
-void CapturePanelContentView::mouseMoveEvent(QMouseEvent* event) {
-    if (event->buttons() == Qt::NoButton)
-        pointerAt(event->position());
-    if (!(event->buttons() & Qt::LeftButton) || !pressPosition || dragStarted)
-        return;
-    if (distance(event->position(), *pressPosition) <= dragDistance)
-        return;
-    dragStarted = true;
-    beginDrag();
-}
-
-void CapturePanelContentView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton)
-        return;
-    const bool clicked = pressPosition && !dragStarted;
-    pressPosition.reset();
-    if (clicked)
-        actions.openEditor();
-}
-
-void CapturePanelContentView::beginDrag() {
-    const std::optional<QString> file = exported.file();
-    if (!file)
-        return;
-    const CardDrag drag{*file, {thumbnail.sharp, host.toWidget(captureFrame()), *pressPosition}};
-    actions.dragBegan();
-    dragging = true;
-    const QPointer<CapturePanelContentView> self(this);
-    const Drop drop = runCardDrag(*this, drag);
-    if (!self)
-        return;
-    dragging = false;
-    pressPosition.reset();
-    if (drop == Drop::Completed)
-        HintCounters().countCompletedDragOut();
-    actions.dragEnded(drop, drag.preview);
-}
-
-void CapturePanelContentView::scrolled(const platform::ScrollStep& step) {
-    if (step.phase == platform::ScrollPhase::Began)
-        swipe.begin();
-    if (step.phase != platform::ScrollPhase::Changed)
-        return;
-    if (const std::optional<int> side = swipe.move(step.delta))
-        actions.swipe(*side * swipeDistance);
 }
 
 } // namespace marrowfin::panel
