@@ -147,7 +147,8 @@ TEST_F(StartsAndEnds, withACaptureOnItsWay) {
         desktop->surfaceHost.holdBarriers = true;
         runtime->appDelegate()->captureManager()->captureFullscreen();
         runtime->appDelegate()->captureManager()->setCapturedImage(picture());
-        ASSERT_TRUE(waitUntil([&] { return desktop->screenSource.contentRequests == 1; }));
+        // For the display and for the rectangle; the grab waits behind the barrier.
+        ASSERT_TRUE(waitUntil([&] { return desktop->screenSource.contentRequests == 2; }));
     });
 }
 
