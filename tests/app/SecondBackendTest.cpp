@@ -155,7 +155,7 @@ TEST_F(SecondBackend, aCardOpensAnEditorAndWhatItCopiesArrives) {
     const QPointF middle(card->content().width() / 2.0, card->content().height() / 2.0);
     clickMouse(card->content(), middle);
     ASSERT_EQ(CapturePanelController::shared().editors().size(), 1u);
-    const std::shared_ptr<EditorWindowController> editor = CapturePanelController::shared().editors().front();
+    const std::shared_ptr<EditorWindowController> editor = EditorWindowController::openEditors().front();
     EXPECT_TRUE(editor->window()->isVisible());
     QAbstractButton* copy = named(*editor->rootView(), QStringLiteral("Copy"));
     ASSERT_NE(copy, nullptr);
