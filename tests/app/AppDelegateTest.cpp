@@ -64,9 +64,8 @@ TEST_F(AppDelegateTest, allCapturesMadeWhileTheAlertIsUpAreDeliveredInOrderOnceI
     ASSERT_TRUE(waitUntil([] { return onlyTopLevel<QMessageBox>() != nullptr; }));
     for (const Image& image : taken)
         delegate.captureManager()->setCapturedImage(image);
-    QApplication::processEvents();
+    EXPECT_TRUE(waitUntil([] { return CaptureHistory::shared().list().size() == 3; })) << "safe already";
     EXPECT_FALSE(desktop.pasteboard.image.has_value()) << "before its step of the launch";
-    EXPECT_TRUE(CaptureHistory::shared().list().isEmpty());
     onlyTopLevel<QMessageBox>()->reject();
     ASSERT_TRUE(waitUntil([&] { return onClipboard.size() == taken.size(); }));
     EXPECT_EQ(onClipboard, taken);
