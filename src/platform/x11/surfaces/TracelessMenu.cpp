@@ -62,7 +62,6 @@ void TracelessMenu::aboutToBeMapped() {
     context->appears(shown);
     context->contents.hold();
     disclaimShadow(qt, shown);
-    setBoundingShape(qt, shown, std::nullopt);
     const bool composited = context->compositor.isRunning();
     setUntilPainted(qt, shown, composited ? UntilPainted::Transparent : UntilPainted::WhatWasThere);
     raise(qt, shown);
@@ -74,8 +73,7 @@ void TracelessMenu::aboutToBeUnmapped() {
     if (!shown || !context->compositor.isRunning())
         return;
     clearToTransparent(*context->qt, shown);
-    setBoundingShape(*context->qt, shown, QRegion());
-    nudge(*context->qt, menu);
+    moveOff(*context->qt, menu);
     context->gone.waitShown();
     seen = SeenGone::Yes;
 }

@@ -13,6 +13,7 @@ namespace {
 
 // The protocol's largest rectangle that no server overflows on.
 constexpr std::uint16_t everything = 32767;
+constexpr int clearance = 64; // between a window that is off the screen and the screen
 
 void setShape(const Connection& qt, xcb_window_t window, xcb_shape_kind_t kind,
               const std::optional<QRegion>& native) {
@@ -59,11 +60,11 @@ void clearToTransparent(const Connection& qt, xcb_window_t window) {
     xcb_free_gc(qt.raw(), context);
 }
 
-void nudge(const Connection& qt, const QWidget& widget) {
+void moveOff(const Connection& qt, const QWidget& widget) {
     const xcb_window_t window = windowOf(&widget);
     if (!window)
         return;
-    const auto x = static_cast<std::uint32_t>(nativeFrame(widget).x() + 1);
+    const auto x = static_cast<std::uint32_t>(-nativeFrame(widget).width() - clearance);
     xcb_configure_window(qt.raw(), window, XCB_CONFIG_WINDOW_X, &x);
 }
 

@@ -24,9 +24,10 @@ QRect nativeFrame(const QWidget& widget);
 
 // Every pixel transparent, now, by one request. For windows with an alpha channel.
 void clearToTransparent(const Connection& qt, xcb_window_t window);
-// One pixel aside. A compositor may miss that a window was painted (one that it had only just got to know,
-// above all), but never that it moved.
-void nudge(const Connection& qt, const QWidget& widget);
+// Off the screen, to the left of everything. A compositor may miss that a window was painted (one that it had
+// only just got to know, above all), but never that it moved; and some dim a window where it is transparent
+// too.
+void moveOff(const Connection& qt, const QWidget& widget);
 void setUntilPainted(const Connection& qt, xcb_window_t window, UntilPainted look);
 // Nothing: the whole window.
 void setInputShape(const Connection& qt, xcb_window_t window, const std::optional<QRegion>& native);

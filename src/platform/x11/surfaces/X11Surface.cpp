@@ -250,16 +250,17 @@ void X11Surface::makeInvisible() {
     widget->setUpdatesEnabled(false);
     setInputShape(*context->qt, window(), QRegion());
     empty();
-    // The same as nudge(), and Qt keeps knowing where the window is.
-    widget->move(widget->pos() + QPoint(1, 0));
+    // The same as moveOff(), and Qt keeps knowing where the window is.
+    const QRect everything = QGuiApplication::primaryScreen()->virtualGeometry();
+    widget->move(everything.left() - widget->width() - 64, widget->y());
 }
 
-// Nothing of it is left to be drawn, by a compositor too. Some dim a window that isn't in use where it is
-// transparent too, so it has no area either.
+// Nothing of it is left to be drawn, by a compositor too.
 void X11Surface::empty() {
-    if (!isOpaque)
+    if (isOpaque)
+        setBoundingShape(*context->qt, window(), QRegion());
+    else
         clearToTransparent(*context->qt, window());
-    setBoundingShape(*context->qt, window(), QRegion());
 }
 
 void X11Surface::makeVisible() {
@@ -327,7 +328,7 @@ void X11Surface::aboutToBeDestroyed() {
         return;
     empty();
     if (widget)
-        nudge(*context->qt, *widget);
+        moveOff(*context->qt, *widget);
     context->gone.waitShown();
 }
 
