@@ -75,15 +75,15 @@ int channel(std::uint32_t pixel, int shift) {
     return static_cast<int>((pixel >> shift) & 0xFF);
 }
 
-// How far apart the contrasts of two looks are: a plain ground that changes has none before nor after.
-int distance(const Pixels& a, const Pixels& b) {
-    int most = 0;
-    for (const int shift : {0, 8, 16}) {
-        const int contrastOfA = channel(a[0], shift) - channel(a[1], shift);
-        const int contrastOfB = channel(b[0], shift) - channel(b[1], shift);
-        most = std::max(most, std::abs(contrastOfA - contrastOfB));
-    }
-    return most;
+// How much of the probe's contrast has come into the picture since: its first pixel is redder than the
+// second, the second greener. What gets brighter or darker, as at the edge of a dim, has both change the same
+// way.
+int contrastSince(const Pixels& before, const Pixels& seen) {
+    const auto change = [&](int shift) {
+        return channel(seen[0], shift) - channel(seen[1], shift) - channel(before[0], shift) +
+               channel(before[1], shift);
+    };
+    return std::min(change(16), -change(8));
 }
 
 bool looksExact(const Pixels& seen) {
@@ -120,10 +120,10 @@ public:
         if (!there)
             return false;
         const bool exact = looksExact(*there);
+        const int full = contrastSince(spot.before, *there);
         return waitUntil([&] {
             const auto seen = look(spot.at);
-            return !seen ||
-                   (exact ? !looksExact(*seen) : 2 * distance(*seen, *there) > distance(*there, spot.before));
+            return !seen || (exact ? !looksExact(*seen) : 2 * contrastSince(spot.before, *seen) < full);
         });
     }
 
@@ -153,7 +153,7 @@ private:
         auto since = std::chrono::steady_clock::now();
         const bool came = waitUntil([&] {
             const Pixels seen = look(spot.at).value_or(Pixels{colors[0] & rgb, colors[1] & rgb});
-            const bool changed = distance(seen, spot.before) >= apart;
+            const bool changed = contrastSince(spot.before, seen) >= apart;
             if (looksExact(seen) ||
                 (changed && last == seen && std::chrono::steady_clock::now() - since > steady)) {
                 last = seen;
