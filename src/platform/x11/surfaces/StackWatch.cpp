@@ -35,6 +35,22 @@ std::map<xcb_window_t, QRect> viewable(const Connection& c, const std::vector<xc
     return found;
 }
 
+// Anything that can put another window above ours.
+bool mayHaveRestacked(const xcb_generic_event_t& event, const std::vector<xcb_window_t>& own) {
+    switch (event.response_type & 0x7F) {
+    case XCB_CONFIGURE_NOTIFY: {
+        const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        return std::find(own.begin(), own.end(), configured.window) == own.end();
+    }
+    case XCB_MAP_NOTIFY:
+    case XCB_REPARENT_NOTIFY:
+    case XCB_CIRCULATE_NOTIFY:
+        return true;
+    default:
+        return false;
+    }
+}
+
 std::vector<xcb_window_t> childrenOf(const Connection& c, const std::vector<xcb_window_t>& parents) {
     std::vector<xcb_query_tree_cookie_t> asked;
     for (const xcb_window_t parent : parents)
@@ -96,37 +112,19 @@ void StackWatch::hear(std::uint32_t events) {
 }
 
 void StackWatch::readEvents() {
-    bool mayHaveChanged = false;
+    bool restacked = false;
     const std::vector<xcb_window_t> own = ours();
-    const auto isForeign = [&own](xcb_window_t window) {
-        return std::find(own.begin(), own.end(), window) == own.end();
-    };
-    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection->raw())}) {
-        switch (event->response_type & 0x7F) {
-        case XCB_CONFIGURE_NOTIFY:
-            mayHaveChanged |=
-                isForeign(reinterpret_cast<const xcb_configure_notify_event_t*>(event.get())->window);
-            break;
-        case XCB_MAP_NOTIFY:
-        case XCB_REPARENT_NOTIFY:
-        case XCB_CIRCULATE_NOTIFY:
-            mayHaveChanged = true;
-            break;
-        default:
-            break;
-        }
-    }
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection->raw())})
+        restacked |= mayHaveRestacked(*event, own);
     if (connection->isLost()) {
         notifier->setEnabled(false); // the end of the program, of which others tell
         return;
     }
-    if (mayHaveChanged)
+    if (restacked)
         look();
     // What came with an answer is in the library's own queue, where the notifier can't see it.
-    if (xcb_generic_event_t* more = xcb_poll_for_queued_event(connection->raw())) {
-        std::free(more);
+    if (const Reply<xcb_generic_event_t> more{xcb_poll_for_queued_event(connection->raw())})
         QMetaObject::invokeMethod(this, &StackWatch::look, Qt::QueuedConnection);
-    }
 }
 
 void StackWatch::look() {
