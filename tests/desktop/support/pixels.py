@@ -66,6 +66,11 @@ def read(path):
         return decoded(file.read())
 
 
+def not_opaque(path):
+    """Where a PNG isn't opaque."""
+    return numpy.asarray(Image.open(path).convert("RGBA"))[..., 3] < 255
+
+
 def save(image, name):
     os.makedirs(OUT, exist_ok=True)
     path = os.path.normpath(os.path.join(OUT, name))
