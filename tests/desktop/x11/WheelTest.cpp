@@ -1,4 +1,5 @@
 // The wheel, turned by us over somebody else's window.
+#include "platform/ScrollPoster.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/layout/X11Screens.h"
 #include "x11/Capturing.h"
