@@ -59,7 +59,7 @@ class MovieWriter {
 public:
     virtual ~MovieWriter() = default;
     // Makes the file, which must not exist.
-    virtual Outcome<std::shared_ptr<MovieOutput>> create(const MovieSpec& spec) = 0;
+    virtual Outcome<std::shared_ptr<MovieOutput>> create(const MovieSpec& movie) = 0;
 };
 
 } // namespace marrowfin::platform

@@ -25,7 +25,7 @@ public:
 
 class UnavailableMovieWriter final : public MovieWriter {
 public:
-    Outcome<std::shared_ptr<MovieOutput>> create(const MovieSpec& spec) override;
+    Outcome<std::shared_ptr<MovieOutput>> create(const MovieSpec& movie) override;
 };
 
 class UnavailableMovieReader final : public MovieReader {

@@ -17,8 +17,8 @@ struct X11Backend::Parts {
     Parts(std::unique_ptr<Connection> qt, std::function<void(const QString&)> onLost)
         : connection(std::move(qt)), loss(connection->raw(), std::move(onLost)), screens(*connection, board),
           grabs(std::make_shared<GrabLink>(Connection::qtDisplayName(), board)), source(grabs),
-          hotKeys(*connection), scrollGestures(*connection),
-          scrollPoster(*connection, board), pasteboard(*connection) {}
+          hotKeys(*connection), scrollGestures(*connection), scrollPoster(*connection, board),
+          pasteboard(*connection) {}
 
     std::unique_ptr<Connection> connection;
     ConnectionLoss loss;
